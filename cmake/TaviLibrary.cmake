@@ -1,0 +1,38 @@
+# SPDX-License-Identifier: MIT
+
+# tavi_add_library(<target>
+#     EXPORT_NAME <Name>        alias and package target Tavi::<Name>
+#     OUTPUT_NAME <name>        file name without "lib" and suffix
+#     MACRO <NAME>              prefix of the export macro, <NAME>_EXPORT
+#     EXPORT_HEADER <path>      generated header, below the include root
+#     SOURCES <file>...  HEADERS <file>...   HEADERS are installed, others are not
+#     PUBLIC_LINK <lib>...  PRIVATE_LINK <lib>...)
+#
+# A shared library as this project makes them: hidden visibility, SONAME, installed headers kept under their
+# subsystem folder, one package for all.
+function(tavi_add_library target)
+    cmake_parse_arguments(arg "" "EXPORT_NAME;OUTPUT_NAME;MACRO;EXPORT_HEADER"
+                          "SOURCES;HEADERS;PUBLIC_LINK;PRIVATE_LINK" ${ARGN})
+    if(arg_UNPARSED_ARGUMENTS)
+        message(FATAL_ERROR "tavi_add_library: unknown arguments ${arg_UNPARSED_ARGUMENTS}")
+    endif()
+    add_library(${target} SHARED ${arg_SOURCES})
+    add_library(Tavi::${arg_EXPORT_NAME} ALIAS ${target})
+    set(export_header ${PROJECT_BINARY_DIR}/include/${arg_EXPORT_HEADER})
+    generate_export_header(${target} BASE_NAME ${arg_MACRO} EXPORT_FILE_NAME ${export_header})
+    target_sources(${target} PUBLIC FILE_SET HEADERS
+        BASE_DIRS ${PROJECT_SOURCE_DIR}/src ${PROJECT_BINARY_DIR}/include
+        FILES ${arg_HEADERS} ${export_header})
+    target_link_libraries(${target} PUBLIC ${arg_PUBLIC_LINK} PRIVATE ${arg_PRIVATE_LINK} $<BUILD_INTERFACE:tavi_compiler>)
+    target_compile_features(${target} PUBLIC cxx_std_20)
+    target_compile_definitions(${target} PRIVATE QT_NO_KEYWORDS QT_NO_CAST_TO_ASCII QT_NO_CAST_FROM_ASCII)
+    set_target_properties(${target} PROPERTIES
+        OUTPUT_NAME ${arg_OUTPUT_NAME}
+        EXPORT_NAME ${arg_EXPORT_NAME}
+        VERSION ${PROJECT_VERSION}
+        SOVERSION ${PROJECT_VERSION_MAJOR}
+        INSTALL_RPATH "$ORIGIN")
+    install(TARGETS ${target} EXPORT TaviWidgetsTargets
+        LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
+        FILE_SET HEADERS DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/taviwidgets)
+endfunction()
