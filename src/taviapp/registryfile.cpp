@@ -6,6 +6,7 @@
 #include <array>
 #include <cerrno>
 #include <cstring>
+#include <fcntl.h>
 #include <sqlite3.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -168,7 +169,8 @@ RegistryFile::Result RegistryFile::examine(const std::string &path)
     } else if (result.done()) {
         result = examineSchema();
         // A header that forbids writing, in a file that may be written.
-        if (result.done() && sqlite3_db_readonly(database_, "main") == 1 && ::access(path.c_str(), W_OK) == 0)
+        if (result.done() && sqlite3_db_readonly(database_, "main") == 1
+            && ::faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS) == 0)
             result = damaged("its header is damaged");
     }
     if (!result.done())

@@ -178,5 +178,5 @@ void TaviRegistry::Store::tellFailure(const char *done, const std::string &reaso
 
 std::chrono::milliseconds TaviRegistry::Store::patience() const
 {
-    return std::chrono::milliseconds(failing_ ? 20 : 5000);
+    return std::chrono::milliseconds(failing_ ? 20 : 2000);
 }
