@@ -5,8 +5,10 @@
 #include <cstdio>
 #include <cstring>
 #include <fcntl.h>
+#include <filesystem>
 #include <sys/file.h>
 #include <sys/stat.h>
+#include <system_error>
 #include <thread>
 #include <unistd.h>
 
@@ -56,17 +58,25 @@ bool renameWithoutReplacing(const std::string &from, const std::string &to)
     return (errno == EINVAL || errno == ENOSYS) && isFree(to) && ::rename(from.c_str(), to.c_str()) == 0;
 }
 
+/// Empty if there is none.
+std::string freeName(const std::string &path)
+{
+    for (int number = 1; number <= 100000; ++number) {
+        std::string name = path + ".damaged-" + std::to_string(number);
+        if (allFree(name))
+            return name;
+    }
+    return {};
+}
+
 } // namespace
 
 std::string moveDatabaseAside(const std::string &path, std::string &reason)
 {
-    std::string aside;
-    for (unsigned long number = 1; aside.empty() || !allFree(aside); ++number) {
-        aside = path + ".damaged-" + std::to_string(number);
-        if (number > 100000) {
-            reason = "there are too many files of that name";
-            return {};
-        }
+    const std::string aside = freeName(path);
+    if (aside.empty()) {
+        reason = "there are too many files of that name";
+        return {};
     }
     // The database first: if the process ends before its companions have followed, the next start finds a log without
     // a database, which it moves aside too, and never an older state that looks sound.
@@ -78,4 +88,12 @@ std::string moveDatabaseAside(const std::string &path, std::string &reason)
         return aside;
     reason = std::strerror(error);
     return {};
+}
+
+std::string copyAside(const std::string &path, const char *companion)
+{
+    const std::string aside = freeName(path);
+    std::error_code error;
+    const bool copied = !aside.empty() && std::filesystem::copy_file(path + companion, aside + companion, error);
+    return copied ? aside + companion : std::string();
 }

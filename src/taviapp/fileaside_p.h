@@ -28,4 +28,8 @@ private:
 /// @a reason, if nothing could be renamed. To be called under a DirectoryLock.
 std::string moveDatabaseAside(const std::string &path, std::string &reason);
 
+/// Copies the companion @a companion of the database at @a path to where moveDatabaseAside() would move it now.
+/// Returns the path of the copy; empty if there is none. To be called under a DirectoryLock.
+std::string copyAside(const std::string &path, const char *companion);
+
 #endif

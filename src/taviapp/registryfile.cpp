@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "taviapp/registryfile_p.h"
 
+#include "taviapp/fileaside_p.h"
 #include "taviapp/registrysections_p.h"
+#include "taviapp/writeaheadlog_p.h"
 
 #include <array>
 #include <cerrno>
@@ -136,9 +138,33 @@ RegistryFile::Result RegistryFile::open(const std::string &path, RegistrySection
         result = prepare();
     if (result.done())
         result = load(content);
-    if (!result.done())
+    if (result.done()) {
+        // If another connection holds the lock, it reads and writes the log too and has looked at it in its turn.
+        sqlite3_busy_timeout(database_, 0);
+        result.broken_log = keepBrokenLog(path);
+        sqlite3_busy_timeout(database_, static_cast<int>(patience.count()));
+    } else {
         abandon();
+    }
     return result;
+}
+
+std::optional<std::string> RegistryFile::keepBrokenLog(const std::string &path)
+{
+    struct stat log = {};
+    if (::stat((path + "-wal").c_str(), &log) != 0 || log.st_size == 0)
+        return std::nullopt;
+    // Nobody writes the log during this transaction.
+    if (!run("BEGIN IMMEDIATE").done())
+        return std::nullopt;
+    std::optional<std::string> kept;
+    if (logIsBrokenInside(path + "-wal"))
+        kept = copyAside(path, "-wal");
+    run("ROLLBACK");
+    // Emptied, so that it is told once.
+    if (kept)
+        run("PRAGMA wal_checkpoint(TRUNCATE)");
+    return kept;
 }
 
 RegistryFile::Result RegistryFile::ask(const char *sql, std::string &answer)

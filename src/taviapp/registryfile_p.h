@@ -4,6 +4,7 @@
 
 #include <chrono>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -28,6 +29,8 @@ public:
     struct Result {
         Outcome outcome = Outcome::Done;
         std::string reason; ///< In words, unless done.
+        /// Set if the file's log was found damaged as it was opened: where a copy of it stands, empty for nowhere.
+        std::optional<std::string> broken_log = {};
         bool done() const { return outcome == Outcome::Done; }
     };
 
@@ -63,6 +66,7 @@ private:
     Result examineSchema();
     Result prepare();
     Result load(RegistrySections &content);
+    std::optional<std::string> keepBrokenLog(const std::string &path);
     Result writeEach(const RegistryChanges &changes);
     Result run(const char *sql);
     Result ask(const char *sql, std::string &answer);

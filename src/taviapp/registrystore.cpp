@@ -128,6 +128,13 @@ void TaviRegistry::Store::attach()
         tellFailure("opened", result.reason);
         return;
     }
+    if (result.broken_log) {
+        const std::string kept =
+            result.broken_log->empty() ? "it could not be copied" : "a copy is " + *result.broken_log;
+        TaviLogMessage(unit, "TaviRegistry", TAVILOG_ERROR, TAVILOG_FORM_TEXT, 1,
+                       "The log of settings file %s is damaged, its last changes are lost; %s", path_.c_str(),
+                       kept.c_str());
+    }
     // Of an opened store all that is known is in the changes; one that lost its file knows what that held.
     changes_.putMissing(sections_, content);
     changes_.applyTo(content);

@@ -31,7 +31,8 @@
 ///
 /// **When the file fails.** No operation fails for the caller. A file that is damaged, is no settings file, or is
 /// another program's database is renamed to "<path>.damaged-1" (or the next free number), with its companions
-/// "-wal", "-shm" and "-journal", and the store goes on with a new file, empty if it was being opened. A file that
+/// "-wal", "-shm" and "-journal", and the store goes on with a new file, empty if it was being opened. A damaged
+/// log of a store that was killed is read up to the damage and a copy of it kept under such a name. A file that
 /// cannot be opened or written (no directory, no permission, a full disk) leaves the values in memory; each later
 /// change and the destructor try to write all that is still unwritten. Each renaming and each streak of failures is
 /// told in one log line. A file that was deleted or replaced under a living store is given every value that the
