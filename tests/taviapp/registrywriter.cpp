@@ -5,8 +5,8 @@
 ///     registrywriter script PATH SEED FIRST   makes the changes of the script from number FIRST on, without end
 ///     registrywriter keys PATH SECTION COUNT  puts COUNT keys into a section, then ends
 ///
-/// One byte goes to standard output when the store is open and one after each change. Between the two it waits for a
-/// byte on standard input in the second form, so that several can be started off together.
+/// One byte goes to standard output when the store is open and one after each change. The second form waits for a
+/// byte on standard input before it opens the store, so that several can be started off together.
 
 #include "taviapp/taviregistry.h"
 #include "tests/taviapp/registryscript.h"
@@ -30,6 +30,9 @@ int main(int argc, char **argv)
     if (argc != 5)
         return 2;
     const std::string_view form = argv[1];
+    char go = 0;
+    if (form == "keys" && ::read(STDIN_FILENO, &go, 1) != 1)
+        return 1;
     TaviRegistry registry(std::string{argv[2]});
     if (!tell())
         return 1;
@@ -42,9 +45,6 @@ int main(int argc, char **argv)
         }
     }
     if (form == "keys") {
-        char go = 0;
-        if (::read(STDIN_FILENO, &go, 1) != 1)
-            return 1;
         const int count = std::atoi(argv[4]);
         for (int i = 0; i < count; ++i) {
             registry.putlong(argv[3], std::to_string(i).c_str(), i);
