@@ -31,7 +31,7 @@ int main(int argc, char **argv)
         return 2;
     const std::string_view form = argv[1];
     char go = 0;
-    if (form == "keys" && ::read(STDIN_FILENO, &go, 1) != 1)
+    if (form == "keys" && !(tell() && ::read(STDIN_FILENO, &go, 1) == 1))
         return 1;
     TaviRegistry registry(std::string{argv[2]});
     if (!tell())

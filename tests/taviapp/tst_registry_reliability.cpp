@@ -281,6 +281,8 @@ private Q_SLOTS:
                 errors_, QStringList{"keys", path(), QLatin1String(section), QString::number(count)}));
         }
         for (const auto &writer : writers)
+            QCOMPARE(writer->waitFor(1), 1);
+        for (const auto &writer : writers)
             writer->go();
         TaviRegistry registry(file());
         for (int i = 0; i < count; ++i)
@@ -304,7 +306,7 @@ private Q_SLOTS:
         {
             Writer writer(errors_, {"keys", path(), "a", "3"});
             writer.go();
-            QCOMPARE(writer.waitFor(3), 3); // open, and two of three puts
+            QCOMPARE(writer.waitFor(4), 4); // ready, open, and two of three puts
             QVERIFY(registry.size("a") >= 2);
             QCOMPARE(registry.getlong("a", "1"), 1L);
             QCOMPARE(writer.wait(), 0);
@@ -324,6 +326,8 @@ private Q_SLOTS:
                 writers.push_back(
                     std::make_unique<Writer>(errors_, QStringList{"keys", path(), QLatin1String(section), "20"}));
             }
+            for (const auto &writer : writers)
+                QCOMPARE(writer->waitFor(1), 1);
             for (const auto &writer : writers)
                 writer->go();
             for (const auto &writer : writers)
