@@ -1,0 +1,22 @@
+# SPDX-License-Identifier: MIT
+
+# Runs the compiler command behind "--", which must report COUNT failed assertions and no other error.
+set(command)
+set(seen FALSE)
+math(EXPR last "${CMAKE_ARGC} - 1")
+foreach(i RANGE ${last})
+    if(seen)
+        list(APPEND command "${CMAKE_ARGV${i}}")
+    elseif(CMAKE_ARGV${i} STREQUAL "--")
+        set(seen TRUE)
+    endif()
+endforeach()
+set(ENV{LC_ALL} C)
+execute_process(COMMAND ${command} RESULT_VARIABLE result ERROR_VARIABLE errors)
+string(REGEX MATCHALL "error: static.assert(ion)? failed" failures "${errors}")
+string(REGEX MATCHALL "error: " all "${errors}")
+list(LENGTH failures failure_count)
+list(LENGTH all all_count)
+if(result EQUAL 0 OR NOT failure_count EQUAL COUNT OR NOT all_count EQUAL COUNT)
+    message(FATAL_ERROR "${failure_count} of ${COUNT} assertions failed, ${all_count} errors\n${errors}")
+endif()
