@@ -36,6 +36,14 @@ public:
         size_t line;
     };
 
+    /// The place of a cell in the text of the file.
+    struct Cell {
+        uint32_t begin;
+        uint32_t length; ///< Bytes without the quotes around it, and perhaps the mark #doubled_quotes.
+    };
+    /// In Cell::length: the cell holds pairs of quotes, each of which stands for one.
+    static constexpr uint32_t doubled_quotes = 0x80000000U;
+
     /// The line on which the table's first row or, if it has a header, its header begins.
     size_t line() const { return line_; }
     /// The line in front of the header that tells the kind of file, such as "CGATS.17"; often empty.
@@ -50,6 +58,8 @@ public:
     size_t rowCount() const { return row_lines_.size(); }
     /// Rows left out because they are not whole.
     size_t droppedRowCount() const { return dropped_; }
+    /// Where the first of them stands, and what is wrong with it.
+    const CgatsNote &firstDroppedRow() const { return first_dropped_; }
 
     /// A cell as it stands in the file, without its quotes, not converted to UTF-8; empty for a cell left empty
     /// between tabs. Valid while a copy of the table lives. O(1).
@@ -66,12 +76,7 @@ public:
 
 private:
     friend class CgatsParser;
-    struct Cell {
-        uint32_t begin;
-        uint32_t length;
-    };
-    /// In Cell::length: the cell holds pairs of quotes, each of which stands for one.
-    static constexpr uint32_t doubled_quotes = 0x80000000U;
+    friend class CgatsRowReader;
 
     std::shared_ptr<const std::string> text_;
     size_t line_ = 0;
@@ -80,6 +85,7 @@ private:
     std::vector<std::string> fields_;
     size_t columns_ = 0;
     size_t dropped_ = 0;
+    CgatsNote first_dropped_ = {};
     std::vector<Cell> cells_; ///< Row after row. Places in the text, so that a cell costs no allocation.
     std::vector<uint32_t> row_lines_;
 };
@@ -106,6 +112,8 @@ public:
     const std::vector<CgatsTable> &tables() const { return tables_; }
 
 private:
+    static constexpr size_t largest_file = (1U << 31) - 1; ///< A cell's place has 32 bits, its length 31.
+
     std::vector<CgatsTable> tables_;
 };
 
