@@ -28,7 +28,7 @@ std::string upper(std::string_view name)
 class Names
 {
 public:
-    explicit Names(const CgatsTable &table, std::vector<std::string> &notes) : notes_(notes)
+    Names(const CgatsTable &table, std::vector<std::string> &notes) : fields_(table.fields()), notes_(notes)
     {
         for (const std::string &field : table.fields())
             names_.push_back(upper(field));
@@ -57,7 +57,7 @@ public:
         }
         for (const size_t column : columns) {
             if (std::count(names_.begin(), names_.end(), names_[column]) > 1)
-                notes_.push_back("there are several columns " + cgatsQuoted(names_[column]) + "; the first is read");
+                notes_.push_back("there are several columns " + cgatsQuoted(fields_[column]) + "; the first is read");
         }
         return columns;
     }
@@ -67,12 +67,13 @@ public:
     {
         std::vector<size_t> columns = findAll(names);
         if (!columns.empty())
-            notes_.push_back("the columns " + cgatsQuoted(names_[columns.front()]) + " and following are taken for "
+            notes_.push_back("the columns " + cgatsQuoted(fields_[columns.front()]) + " and following are taken for "
                              + meaning);
         return columns;
     }
 
 private:
+    const std::vector<std::string> &fields_;
     std::vector<std::string> names_;
     std::vector<std::string> &notes_;
 };
@@ -93,7 +94,7 @@ std::vector<size_t> firstOf(std::initializer_list<std::vector<size_t>> candidate
     return {};
 }
 
-void findNames(const Names &names, CgatsColumns &columns)
+void findNames(const CgatsTable &table, const Names &names, CgatsColumns &columns)
 {
     static constexpr std::string_view best_first[] = {"SAMPLE_NAME", "SAMPLENAME", "SAMPLE_LOC",
                                                       "SAMPLELOC",   "SAMPLE_ID",  "SAMPLEID"};
@@ -103,7 +104,8 @@ void findNames(const Names &names, CgatsColumns &columns)
             continue;
         columns.names.push_back(*column);
         if (name.find('_') == std::string_view::npos)
-            columns.notes.push_back("the column " + cgatsQuoted(name) + " is taken for the one with a '_'");
+            columns.notes.push_back("the column " + cgatsQuoted(table.fields()[*column])
+                                    + " is taken for the one with a '_'");
     }
 }
 
@@ -232,7 +234,7 @@ CgatsColumns cgatsColumns(const CgatsTable &table)
     columns.xyz =
         triple(firstOf({names.findAll({"XYZ_X", "XYZ_Y", "XYZ_Z"}), names.findOther({"X", "Y", "Z"}, "XYZ")}));
     findDevice(table, names, columns);
-    findNames(names, columns);
+    findNames(table, names, columns);
     for (size_t column = 0; column < names.count(); ++column)
         columns.spectral += isSpectral(names[column]);
     return columns;

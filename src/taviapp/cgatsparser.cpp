@@ -52,13 +52,26 @@ bool CgatsParser::parse()
 {
     startTable();
     while (cursor_.toWord()) {
-        // Without a structure word so far this is perhaps no header but a table already.
-        if (!structure_seen_ && table_.keywords_.size() >= limits_.keywords)
-            return parseBare();
+        // So many lines without a structure word may be no header but a table already.
+        if (!structure_seen_ && table_.keywords_.size() >= limits_.keywords) {
+            structure_seen_ = structureFollows();
+            if (!structure_seen_)
+                return parseBare();
+        }
         if (!parseHeaderWord())
             return false;
     }
     return structure_seen_ ? checkLeftover() : parseBare();
+}
+
+/// True if BEGIN_DATA or a word that begins so stands anywhere behind the cursor. O(file size).
+bool CgatsParser::structureFollows() const
+{
+    const std::string_view word = "BEGIN_DATA";
+    const auto same = [](char a, char b) {
+        return cgatsEqual({&a, 1}, {&b, 1});
+    };
+    return std::search(cursor_.at, cursor_.end, word.begin(), word.end(), same) != cursor_.end;
 }
 
 void CgatsParser::startTable()
@@ -136,6 +149,8 @@ bool CgatsParser::parseFormat(size_t line)
             report_.refuse(cursor_.line, "there are more than " + std::to_string(limits_.fields) + " columns");
             return false;
         }
+        if (table_.fields_.empty())
+            table_.fields_line_ = cursor_.line;
         table_.fields_.emplace_back(name);
     }
     report_.assume(line, "the format block is not closed by END_DATA_FORMAT");
@@ -221,14 +236,13 @@ bool CgatsParser::parseRows(bool bare)
         report_.assume(line, "the file has no CGATS structure; its lines are taken for the rows of a table");
     else if (table_.fields_.empty())
         report_.assume(line, has_format_ ? "the format block names no column" : "there is no format block");
-    const bool named = !table_.fields_.empty();
+    table_.rows_line_ = line;
     CgatsRowReader rows(text_->data(), cursor_, table_, budget_, report_, limits_, bare);
     if (!rows.read(announced_sets_.number()))
         return false;
     if (!bare) {
-        checkAnnounced(announced_fields_, "NUMBER_OF_FIELDS", table_.columns_,
-                       named ? " columns named" : " cells in the first row");
-        checkAnnounced(announced_sets_, "NUMBER_OF_SETS", table_.rowCount() + table_.dropped_, " rows");
+        checkAnnounced(announced_fields_, "NUMBER_OF_FIELDS", table_.columns_, "column");
+        checkAnnounced(announced_sets_, "NUMBER_OF_SETS", table_.rowCount() + table_.dropped_, "row");
     }
     tables_.push_back(std::move(table_));
     startTable();
@@ -237,12 +251,11 @@ bool CgatsParser::parseRows(bool bare)
 
 void CgatsParser::checkAnnounced(const Announced &announced, const char *keyword, size_t found, const char *unit)
 {
-    const std::string have = std::to_string(found) + unit;
+    const std::string have = "; the table has " + cgatsCount(found, unit);
     if (announced.line == 0)
-        report_.assume(table_.line_, std::string("there is no ") + keyword + "; there are " + have);
+        report_.assume(table_.line_, std::string("there is no ") + keyword + have);
     else if (announced.number() != found)
-        report_.assume(announced.line,
-                       std::string(keyword) + " is " + cgatsQuoted(announced.text) + "; there are " + have);
+        report_.assume(announced.line, std::string(keyword) + " is " + cgatsQuoted(announced.text) + have);
 }
 
 /// What is behind the last table.

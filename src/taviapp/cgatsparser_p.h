@@ -23,6 +23,7 @@ private:
 
     bool parse();
     bool parseHeaderWord();
+    bool structureFollows() const;
     bool parseStructure(CgatsWord word, std::string_view text, size_t line);
     bool parseFormat(size_t line);
     bool parseKeyword(std::string_view name);

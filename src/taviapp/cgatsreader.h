@@ -54,6 +54,10 @@ public:
 
     /// The names of the columns as the file writes them; empty if it gives none.
     const std::vector<std::string> &fields() const { return fields_; }
+    /// The line of the first field name or, if there is none, of BEGIN_DATA or the first row.
+    size_t fieldsLine() const { return fields_.empty() ? rows_line_ : fields_line_; }
+    /// The line of BEGIN_DATA or, without it, of the first row.
+    size_t rowsLine() const { return rows_line_; }
     size_t columnCount() const { return columns_; }
     size_t rowCount() const { return row_lines_.size(); }
     /// Rows left out because they are not whole.
@@ -83,6 +87,8 @@ private:
     std::string identifier_;
     std::vector<Keyword> keywords_;
     std::vector<std::string> fields_;
+    size_t fields_line_ = 0;
+    size_t rows_line_ = 0;
     size_t columns_ = 0;
     size_t dropped_ = 0;
     CgatsNote first_dropped_ = {};

@@ -10,8 +10,7 @@ namespace {
 
 std::string cellCount(const CgatsLine &line)
 {
-    const size_t count = line.cells.size();
-    return (line.too_many ? "more than " : "") + std::to_string(count) + (count == 1 ? " cell" : " cells");
+    return (line.too_many ? "more than " : "") + cgatsCount(line.cells.size(), "cell");
 }
 
 size_t withoutTrailingGaps(const CgatsLine &line)
@@ -58,7 +57,7 @@ bool CgatsRowReader::read(size_t announced_rows)
     Step step = Step::NextLine;
     while (step == Step::NextLine) {
         if (cursor_.atEnd()) {
-            if (!bare_)
+            if (!bare_ && !ended_inside_word_)
                 report_.assume(cursor_.line, "the file ends without END_DATA");
             step = Step::Done;
         } else {
@@ -99,6 +98,7 @@ void CgatsRowReader::takeNames()
         return;
     for (const Cell &cell : line_.cells)
         table_.fields_.emplace_back(view(cell));
+    table_.fields_line_ = names_line;
     report_.assume(names_line, "there is no format block; this line is taken for the names of the columns");
     cursor_.toWord();
     cursor_.toNextLine(cursor_.lineEnd());
@@ -148,12 +148,14 @@ CgatsRowReader::Step CgatsRowReader::takeOddLine()
         return structure;
     if (!cellsAreShort(line_.cells, line))
         return Step::Refused;
-    const Cell last = line_.cells.back();
-    if (line_.cells.size() > 1 && line_.cells.size() == table_.columns_ + 1 && mayBeStructure(last)
-        && cgatsWord(view(last)) == CgatsWord::EndData) {
-        cursor_.at = view(last).data() + view(last).size();
-        line_.cells.pop_back();
-        return store(line_.cells, line) == Step::Refused ? Step::Refused : Step::Done;
+    // END_DATA may stand on the line of the last row.
+    if (table_.columns_ > 0 && line_.cells.size() > table_.columns_) {
+        const Cell &behind = line_.cells[table_.columns_];
+        if (!bare_ && mayBeStructure(behind) && cgatsWord(view(behind)) == CgatsWord::EndData) {
+            cursor_.at = view(behind).data() + view(behind).size();
+            line_.cells.resize(table_.columns_);
+            return store(line_.cells, line) == Step::Refused ? Step::Refused : Step::Done;
+        }
     }
     if (isCut(end, line_.cells)) {
         cursor_.toNextLine(end);
@@ -200,7 +202,7 @@ CgatsRowReader::Step CgatsRowReader::takeOddLine()
 /// Acts on a structure word at the begin of a line. NextLine with the cursor where it was: there is none.
 CgatsRowReader::Step CgatsRowReader::takeStructure(const Cell &first)
 {
-    if (!mayBeStructure(first))
+    if (bare_ || !mayBeStructure(first))
         return Step::NextLine;
     const std::string_view word = view(first);
     switch (cgatsWord(word)) {
@@ -332,8 +334,9 @@ bool CgatsRowReader::isCut(const char *line_end, const std::vector<Cell> &cells)
         return false;
     }
     const std::string_view first = view(cells.front());
-    if (cells.size() == 1 && first.size() < 8
-        && cgatsEqual(first, std::string_view("END_DATA").substr(0, first.size())))
+    const std::string_view last_word = "END_DATA";
+    ended_inside_word_ = cells.size() == 1 && cgatsEqual(first, last_word.substr(0, first.size()));
+    if (ended_inside_word_)
         report_.assume(cursor_.line, "the file ends inside END_DATA");
     else
         drop(cursor_.line, "the file ends inside this row or right behind it, so its last value may be cut");

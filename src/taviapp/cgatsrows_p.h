@@ -74,6 +74,7 @@ private:
     CgatsLine tab_line_;
     bool wrapped_ = false; ///< Every row runs over several lines.
     bool tabs_told_ = false;
+    bool ended_inside_word_ = false; ///< The file ends inside END_DATA.
 };
 
 #endif

@@ -171,6 +171,11 @@ std::string cgatsQuoted(std::string_view bytes)
     return text + (bytes.size() > length ? "...'" : "'");
 }
 
+std::string cgatsCount(size_t count, const char *unit)
+{
+    return std::to_string(count) + ' ' + unit + (count == 1 ? "" : "s");
+}
+
 size_t cgatsLineOf(std::string_view text, size_t offset)
 {
     size_t line = 1;

@@ -26,6 +26,9 @@ bool cgatsEqual(std::string_view a, std::string_view b);
 /// A piece of the file fit to stand in a one-line message: UTF-8, without control characters, shortened.
 std::string cgatsQuoted(std::string_view bytes);
 
+/// "1 row", "2 rows".
+std::string cgatsCount(size_t count, const char *unit);
+
 /// The line of the byte at @a offset, counted from 1. O(offset).
 size_t cgatsLineOf(std::string_view text, size_t offset);
 

@@ -117,7 +117,7 @@ bool PatchMaker::readValue(size_t row, size_t column, double &value, const char 
         const std::string field =
             column < table_.fields().size() ? table_.fields()[column] : "column " + std::to_string(column + 1);
         report_.doubt(table_.rowLine(row), cgatsToUtf8(field) + " is " + cgatsQuoted(table_.cell(row, column))
-                                               + ", which is no number; " + consequence);
+                                               + ", which is no usable number; " + consequence);
         return false;
     }
     if (number.comma && comma_line_ == 0)
@@ -261,8 +261,9 @@ Choice chooseTable(const CgatsFile &file, CgatsReport &report)
     for (const CgatsTable &table : file.tables()) {
         if (table.rowCount() > 0) {
             const bool spectral = cgatsColumns(table).spectral > 0;
-            report.refuse(table.line(), spectral ? "there are spectra, but no columns of Lab, XYZ or device values"
-                                                 : "there are no columns of Lab, XYZ or device values");
+            report.refuse(table.fieldsLine(), spectral
+                                                  ? "there are spectra, but no columns of Lab, XYZ or device values"
+                                                  : "there are no columns of Lab, XYZ or device values");
             return {};
         }
         if (table.droppedRowCount() > 0) {
@@ -270,24 +271,25 @@ Choice chooseTable(const CgatsFile &file, CgatsReport &report)
             return {};
         }
     }
-    report.refuse(0, "there are no rows");
+    report.refuse(file.tables().empty() ? 0 : file.tables().front().rowsLine(), "there are no rows");
     return {};
 }
 
 void tellChoice(const CgatsFile &file, const Choice &choice, CgatsReport &report)
 {
     for (const std::string &note : choice.columns.notes)
-        report.assume(choice.table->line(), note);
+        report.assume(choice.table->fieldsLine(), note);
     if (choice.columns.inks_beyond > 0)
-        report.doubt(choice.table->line(), "there are " + std::to_string(choice.columns.inks_beyond)
-                                               + " inks, more than are kept; the patches have no device values");
+        report.doubt(choice.table->fieldsLine(),
+                     "there are " + std::to_string(choice.columns.inks_beyond)
+                         + " inks, more than are kept; the patches have no device values");
     if (choice.columns.spectral > 0)
-        report.assume(choice.table->line(),
-                      std::to_string(choice.columns.spectral) + " columns are spectral and passed over");
+        report.assume(choice.table->fieldsLine(),
+                      cgatsCount(choice.columns.spectral, "spectral column") + " passed over");
     for (const CgatsTable &table : file.tables()) {
         if (&table != choice.table)
-            report.assume(table.line(), "another table with " + std::to_string(table.rowCount())
-                                            + " rows is left out; the patches come from the one at line "
+            report.assume(table.line(), "another table with " + cgatsCount(table.rowCount(), "row")
+                                            + " is left out; the patches come from the one at line "
                                             + std::to_string(choice.table->line()));
     }
 }
