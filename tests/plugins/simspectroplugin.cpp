@@ -6,7 +6,6 @@
 #include <QFile>
 
 #include <atomic>
-#include <cstdarg>
 
 namespace {
 
@@ -74,129 +73,46 @@ void SimspectroEnvironment::clear()
         qunsetenv(name);
 }
 
-int SimspectroRecorder::message(void *context, int kind, const char *unit, const char *, const char *format, ...)
-{
-    auto *self = static_cast<SimspectroRecorder *>(context);
-    va_list arguments;
-    va_start(arguments, format);
-    const QString text = QString::vasprintf(format, arguments);
-    va_end(arguments);
-    self->add((kind == 0 ? QStringLiteral("status: ") : QStringLiteral("fault: ")) + text);
-    if (qstrcmp(unit, "simspectro") != 0)
-        self->add(QStringLiteral("wrong unit"));
-    if (self->on_text)
-        self->on_text(text);
-    return 0;
-}
-
-int SimspectroRecorder::lab(void *context, double L, double a, double b)
-{
-    auto *self = static_cast<SimspectroRecorder *>(context);
-    const MeasuredLab colour = {L, a, b};
-    self->add(colour.isEndMarker() ? QStringLiteral("end") : QStringLiteral("lab"));
-    {
-        const std::scoped_lock lock(self->mutex_);
-        self->colours_.push_back(colour);
-    }
-    if (self->on_reading)
-        self->on_reading();
-    return 0;
-}
-
-int SimspectroRecorder::density(void *context, PATCHDENSITY *patch)
-{
-    auto *self = static_cast<SimspectroRecorder *>(context);
-    self->add(QStringLiteral("density"));
-    {
-        const std::scoped_lock lock(self->mutex_);
-        self->densities_.push_back(*patch);
-    }
-    if (self->on_reading)
-        self->on_reading();
-    return 0;
-}
-
-void SimspectroRecorder::add(const QString &event)
-{
-    const std::scoped_lock lock(mutex_);
-    events_.append(event);
-}
-
-QStringList SimspectroRecorder::events() const
-{
-    const std::scoped_lock lock(mutex_);
-    return events_;
-}
-
-QStringList SimspectroRecorder::texts(const QString &kind) const
-{
-    QStringList found;
-    const QString prefix = kind + QStringLiteral(": ");
-    for (const QString &event : events()) {
-        if (event.startsWith(prefix))
-            found.append(event.mid(prefix.size()));
-    }
-    return found;
-}
-
-std::vector<MeasuredLab> SimspectroRecorder::colours() const
-{
-    const std::scoped_lock lock(mutex_);
-    return colours_;
-}
-
-std::vector<PATCHDENSITY> SimspectroRecorder::densities() const
-{
-    const std::scoped_lock lock(mutex_);
-    return densities_;
-}
-
-int SimspectroRecorder::count() const
-{
-    const std::scoped_lock lock(mutex_);
-    return static_cast<int>(colours_.size() + densities_.size());
-}
-
 SimspectroDevice::SimspectroDevice(const SimspectroPlugin &plugin)
-    : plugin_(plugin), handle_(plugin.open(SimspectroRecorder::message, &recorder))
+    : plugin_(plugin), handle_(plugin.open(InstrumentRecorder::message, &recorder))
 {}
 
 SimspectroDevice::~SimspectroDevice()
 {
     if (handle_)
-        plugin_.close(handle_, SimspectroRecorder::message, &recorder);
+        plugin_.close(handle_, InstrumentRecorder::message, &recorder);
 }
 
 int SimspectroDevice::readSpotLab()
 {
-    return plugin_.readSpotLab(handle_, &abort_flag_, SimspectroRecorder::lab, &recorder, SimspectroRecorder::message,
+    return plugin_.readSpotLab(handle_, &abort_flag_, InstrumentRecorder::lab, &recorder, InstrumentRecorder::message,
                                &recorder);
 }
 
 int SimspectroDevice::readSpotDensities(SPECTROSEPTYPE *separation, DENSITYSTANDARD standard)
 {
-    return plugin_.readSpotDensities(handle_, &abort_flag_, standard, separation, SimspectroRecorder::density,
-                                     &recorder, SimspectroRecorder::message, &recorder);
+    return plugin_.readSpotDensities(handle_, &abort_flag_, standard, separation, InstrumentRecorder::density,
+                                     &recorder, InstrumentRecorder::message, &recorder);
 }
 
 int SimspectroDevice::readChart(TAVICOMBOCOLOUR *chart, unsigned long line_length)
 {
-    return plugin_.readChart(handle_, &abort_flag_, chart, line_length, 0, SimspectroRecorder::lab, &recorder,
-                             SimspectroRecorder::message, &recorder);
+    return plugin_.readChart(handle_, &abort_flag_, chart, line_length, 0, InstrumentRecorder::lab, &recorder,
+                             InstrumentRecorder::message, &recorder);
 }
 
 int SimspectroDevice::printNRead(TAVICOMBOCOLOUR *chart)
 {
     TAVIKEY_ELEMENT keys[3] = {};
     return plugin_.printNRead(handle_, &abort_flag_, nullptr, &keys[0], &keys[1], &keys[2], chart, 16, 0, 0,
-                              SimspectroRecorder::lab, &recorder, SimspectroRecorder::message, &recorder);
+                              InstrumentRecorder::lab, &recorder, InstrumentRecorder::message, &recorder);
 }
 
 int SimspectroDevice::readLinearisation(unsigned long steps, DENSITYLUT *lut, unsigned long first_separation,
                                         long first_patch)
 {
     return plugin_.readLinearisation(handle_, &abort_flag_, DENSITYSTANDARD_DEFAULT, steps, lut, first_separation,
-                                     first_patch, SimspectroRecorder::density, &recorder, SimspectroRecorder::message,
+                                     first_patch, InstrumentRecorder::density, &recorder, InstrumentRecorder::message,
                                      &recorder);
 }
 

@@ -3,14 +3,10 @@
 #define TESTS_PLUGINS_SIMSPECTROPLUGIN_H
 
 #include "tavilib/instrumentplugin.h"
+#include "tests/support/instrumentrecorder.h"
 
 #include <QByteArray>
-#include <QStringList>
 #include <QTemporaryDir>
-
-#include <functional>
-#include <mutex>
-#include <vector>
 
 /// The plug-in, loaded while this lives, and its entry points.
 class SimspectroPlugin
@@ -52,44 +48,6 @@ private:
     static void clear();
 };
 
-struct MeasuredLab {
-    double L;
-    double a;
-    double b;
-    bool operator==(const MeasuredLab &) const = default;
-    bool isEndMarker() const { return L < 0.0; }
-};
-
-/// Takes what the plug-in sends, from any thread: pass the static functions as callbacks with the object as context.
-class SimspectroRecorder
-{
-public:
-    static int message(void *context, int kind, const char *unit, const char *function, const char *format, ...);
-    static int lab(void *context, double L, double a, double b);
-    static int density(void *context, PATCHDENSITY *patch);
-
-    /// All that came, in order: "status: text", "fault: text", "lab", "end", "density".
-    QStringList events() const;
-    QStringList texts(const QString &kind) const;
-    std::vector<MeasuredLab> colours() const;
-    std::vector<PATCHDENSITY> densities() const;
-    /// How many colours and densities came.
-    int count() const;
-
-    /// Called on the plug-in's thread after each colour or density.
-    std::function<void()> on_reading;
-    /// Called on the plug-in's thread after each text.
-    std::function<void(const QString &)> on_text;
-
-private:
-    void add(const QString &event);
-
-    mutable std::mutex mutex_;
-    QStringList events_;
-    std::vector<MeasuredLab> colours_;
-    std::vector<PATCHDENSITY> densities_;
-};
-
 /// An opened device; null inside if opening failed. Closes it at the end.
 class SimspectroDevice
 {
@@ -114,7 +72,7 @@ public:
     /// Tells it to stop as soon as @a count readings came.
     void abortAfter(int count);
 
-    SimspectroRecorder recorder;
+    InstrumentRecorder recorder;
 
 private:
     const SimspectroPlugin &plugin_;

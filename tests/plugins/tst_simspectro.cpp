@@ -70,7 +70,7 @@ QByteArray table(const QByteArray &fields, const QByteArray &rows)
 }
 
 /// The characterisation set as spot readings with noise.
-std::vector<MeasuredLab> noisyReadings(const SimspectroPlugin &plugin, const QByteArray &seed)
+std::vector<RecordedLab> noisyReadings(const SimspectroPlugin &plugin, const QByteArray &seed)
 {
     SimspectroEnvironment environment(characterisation);
     environment.set("SIMSPECTRO_NOISE", "0.5");
@@ -187,10 +187,10 @@ private Q_SLOTS:
 
     void theWedgeIsFoundByDeviceValues()
     {
-        std::map<std::array<double, 4>, MeasuredLab> reference;
+        std::map<std::array<double, 4>, RecordedLab> reference;
         for (const std::vector<double> &row : rowsOf(characterisation))
             reference.insert({{row[1], row[2], row[3], row[4]}, {row[8], row[9], row[10]}});
-        std::vector<MeasuredLab> expected;
+        std::vector<RecordedLab> expected;
         for (const std::vector<double> &row : rowsOf(wedge)) {
             const auto found = reference.find({row[1], row[2], row[3], row[4]});
             QVERIFY(found != reference.end());
@@ -226,8 +226,10 @@ private Q_SLOTS:
                  QStringList({"status: Insert chart and press button to begin measuring", "status: Measure A1", "lab",
                               "status: Measure A2", "lab", "status: Measure B1", "lab",
                               "status: Measurement complete", "end"}));
-        const std::vector<MeasuredLab> expected = {{30, 0, 0}, {10, 0, 0}, {20, 0, 0}, {-1, 0, 0}};
+        const std::vector<RecordedLab> expected = {{30, 0, 0}, {10, 0, 0}, {20, 0, 0}, {-1, 0, 0}};
         QCOMPARE(device.recorder.colours(), expected);
+        for (const QString &place : device.recorder.places())
+            QCOMPARE(place, QString("simspectro/SpectrophotometerReadComboColourChart"));
     }
 
     void aLineLengthOfZeroIsOneLine()
@@ -274,7 +276,7 @@ private Q_SLOTS:
         const std::vector<double> values(device.begin(), device.end());
         TAVICOMBOCOLOUR_CC chart(newPatch(nullptr, model, values));
         QCOMPARE(simulator.readChart(chart.head()), 0);
-        QCOMPARE(simulator.recorder.colours().front(), (MeasuredLab{11, 12, 13}));
+        QCOMPARE(simulator.recorder.colours().front(), (RecordedLab{11, 12, 13}));
 
         // The same figures in another space are another patch.
         chart.head()->device_model =
@@ -293,7 +295,7 @@ private Q_SLOTS:
         for (const double gray : {10.0, 10.01, 10.03, 10.04, 10.08, 19.96, 20.04})
             chart.insertCombo(newPatch(nullptr, COMBOCOLOUR_DEVICE_GRAY, {gray}));
         QCOMPARE(device.readChart(chart.head()), 0);
-        const std::vector<MeasuredLab> expected = {{1, 0, 0}, {1, 0, 0}, {2, 0, 0}, {2, 0, 0},
+        const std::vector<RecordedLab> expected = {{1, 0, 0}, {1, 0, 0}, {2, 0, 0}, {2, 0, 0},
                                                    {2, 0, 0}, {4, 0, 0}, {4, 0, 0}, {-1, 0, 0}};
         QCOMPARE(device.recorder.colours(), expected);
 
@@ -312,7 +314,7 @@ private Q_SLOTS:
         for (const char *name : {"light blue", "7", "2", "A3"})
             chart.insertCombo(newPatch(name));
         QCOMPARE(device.readChart(chart.head()), 0);
-        const std::vector<MeasuredLab> expected = {{20, 0, 0}, {10, 0, 0}, {20, 0, 0}, {30, 0, 0}, {-1, 0, 0}};
+        const std::vector<RecordedLab> expected = {{20, 0, 0}, {10, 0, 0}, {20, 0, 0}, {30, 0, 0}, {-1, 0, 0}};
         QCOMPARE(device.recorder.colours(), expected);
     }
 
@@ -385,7 +387,7 @@ private Q_SLOTS:
         device.abort();
         QCOMPARE(thread.join(), 0);
         QCOMPARE(device.recorder.events().mid(4), QStringList("status: Reading cancelled by user"));
-        const std::vector<MeasuredLab> expected = {{10, 1, 2}, {20, 3, 4}, {30, 5, 6}};
+        const std::vector<RecordedLab> expected = {{10, 1, 2}, {20, 3, 4}, {30, 5, 6}};
         QCOMPARE(device.recorder.colours(), expected);
     }
 
@@ -467,7 +469,7 @@ private Q_SLOTS:
     void noiseIsNormalAndOfTheGivenDeviation()
     {
         const SimspectroPlugin plugin;
-        const std::vector<MeasuredLab> noisy = noisyReadings(plugin, {});
+        const std::vector<RecordedLab> noisy = noisyReadings(plugin, {});
         const std::vector<std::vector<double>> rows = rowsOf(characterisation);
         QCOMPARE(noisy.size(), rows.size());
         for (int channel = 0; channel < 3; ++channel) {
@@ -495,7 +497,7 @@ private Q_SLOTS:
     void theSeedDecidesTheNoise()
     {
         const SimspectroPlugin plugin;
-        const std::vector<MeasuredLab> first = noisyReadings(plugin, "7");
+        const std::vector<RecordedLab> first = noisyReadings(plugin, "7");
         QCOMPARE(noisyReadings(plugin, "7"), first);
         QVERIFY(noisyReadings(plugin, "8") != first);
         QCOMPARE(noisyReadings(plugin, {}), noisyReadings(plugin, "1"));
@@ -532,7 +534,7 @@ private Q_SLOTS:
         SimspectroDevice device(plugin);
         device.abortAfter(static_cast<int>(rows.size()));
         device.readSpotLab();
-        const std::vector<MeasuredLab> colours = device.recorder.colours();
+        const std::vector<RecordedLab> colours = device.recorder.colours();
         QCOMPARE(colours.size(), rows.size());
         for (size_t i = 0; i < rows.size(); ++i) {
             const double limit = rows[i][6] > 10.0 ? 0.1 : 0.6;

@@ -52,7 +52,7 @@ private Q_SLOTS:
         QVERIFY(device.handle());
         device.abortAfter(2);
         device.readSpotLab();
-        const std::vector<MeasuredLab> expected = {{50, 10, -20}, {60, 0, 0}};
+        const std::vector<RecordedLab> expected = {{50, 10, -20}, {60, 0, 0}};
         QCOMPARE(device.recorder.colours(), expected);
     }
 
