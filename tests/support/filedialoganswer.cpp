@@ -33,7 +33,12 @@ void FileDialogAnswer::look()
         return;
     }
     auto *dialog = qobject_cast<QFileDialog *>(QApplication::activeModalWidget());
-    if (dialog && dialog->isVisible() && dialog->isActiveWindow())
+    if (!dialog || !dialog->isVisible())
+        return;
+    if (!since_visible_.isValid())
+        since_visible_.start();
+    // Without a window manager no window becomes active.
+    if (dialog->isActiveWindow() || since_visible_.hasExpired(patience_.count()))
         answer(dialog);
 }
 

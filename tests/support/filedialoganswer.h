@@ -43,6 +43,7 @@ private:
     QString path_;
     QTimer timer_;
     std::chrono::milliseconds patience_;
+    QElapsedTimer since_visible_;
     QElapsedTimer since_answer_;
     bool answered_ = false;
     QString problem_;
