@@ -7,15 +7,22 @@
 namespace {
 std::atomic<TaviAllocHook> alloc_hook{nullptr};
 std::atomic<void *> alloc_context{nullptr};
+
+bool allowed(size_t size)
+{
+    const TaviAllocHook hook = alloc_hook.load(std::memory_order_acquire);
+    return !hook || hook(size, alloc_context.load(std::memory_order_relaxed));
+}
 } // namespace
 
 void *TaviAllocZeroed(size_t size)
 {
-    if (const TaviAllocHook hook = alloc_hook.load(std::memory_order_acquire)) {
-        if (!hook(size, alloc_context.load(std::memory_order_relaxed)))
-            return nullptr;
-    }
-    return std::calloc(1, size);
+    return allowed(size) ? std::calloc(1, size) : nullptr;
+}
+
+void *TaviRealloc(void *memory, size_t size)
+{
+    return size > 0 && allowed(size) ? std::realloc(memory, size) : nullptr;
 }
 
 void TaviAllocSetHook(TaviAllocHook hook, void *context)

@@ -9,6 +9,8 @@ QString TaviTest::dataFile(const QString &name)
 void TaviTest::init()
 {
     recorder_ = std::make_unique<LogRecorder>();
+    // Qt asks for the frame of a window that the window manager is just taking away: a race between these two.
+    recorder_->allow(QStringLiteral("QXcbConnection: XCB error: 3 (BadWindow)"));
 }
 
 void TaviTest::cleanup()

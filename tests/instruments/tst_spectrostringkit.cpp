@@ -1,0 +1,164 @@
+// SPDX-License-Identifier: MIT
+#include "instruments/spectrostringkit.h"
+#include "tests/instruments/messagetranslator.h"
+#include "tests/support/tavitest.h"
+
+#include <QProcess>
+#include <QTemporaryDir>
+#include <QXmlStreamReader>
+
+#include <atomic>
+#include <thread>
+#include <vector>
+
+namespace {
+
+/// The messages of a catalogue, by context.
+QMap<QString, QStringList> readCatalogue(const QString &path)
+{
+    QMap<QString, QStringList> messages;
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return messages;
+    QXmlStreamReader xml(&file);
+    QString context;
+    while (!xml.atEnd()) {
+        if (xml.readNext() != QXmlStreamReader::StartElement)
+            continue;
+        if (xml.name() == QLatin1String("name"))
+            context = xml.readElementText();
+        else if (xml.name() == QLatin1String("source"))
+            messages[context].append(xml.readElementText());
+    }
+    return messages;
+}
+
+} // namespace
+
+class TestSpectroStringKit : public TaviTest
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void tableHas402RowsAndAClosingOne()
+    {
+        constexpr auto &table = SpectroStringKit::pluggedstrings;
+        QCOMPARE(std::size(table), size_t(403));
+        QCOMPARE(std::size(table[0]), size_t(2));
+        for (int row = 0; row < 402; ++row) {
+            QVERIFY2(!table[row][0].isEmpty(), qPrintable(QString::number(row)));
+            QVERIFY2(!table[row][1].isEmpty(), qPrintable(QString::number(row)));
+        }
+        QVERIFY(table[402][0].isNull());
+        QVERIFY(table[402][1].isNull());
+    }
+
+    void keysAreTheLowerCaseTextsInAscendingOrder()
+    {
+        for (int row = 0; row < 402; ++row) {
+            const QString &key = SpectroStringKit::pluggedstrings[row][0];
+            QCOMPARE(key, SpectroStringKit::pluggedstrings[row][1].toLower());
+            if (row > 0)
+                QVERIFY2(SpectroStringKit::pluggedstrings[row - 1][0] < key, qPrintable(key));
+        }
+    }
+
+    void rowsStandAtTheirPlace_data()
+    {
+        QTest::addColumn<int>("row");
+        QTest::addColumn<QString>("text");
+        QTest::newRow("first") << 0 << "%s";
+        QTest::newRow("trailing blank") << 9 << "A TDL ";
+        QTest::newRow("capitals") << 39 << "Bad Command";
+        QTest::newRow("longest kept in one piece")
+            << 5 << "A command has been sent which is valid only when the SpectroScan T is in reflectance mode";
+        QTest::newRow("last")
+            << 401 << "You have attempted to load firmware that is incompatible with the current boot version";
+    }
+    void rowsStandAtTheirPlace()
+    {
+        QFETCH(int, row);
+        QFETCH(QString, text);
+        QCOMPARE(SpectroStringKit::pluggedstrings[row][1], text);
+        QCOMPARE(SpectroStringKit::pluggedstrings[row][0], text.toLower());
+    }
+
+    void aTextWithoutTranslationComesBackAsItIs()
+    {
+        QCOMPARE(SpectroStringKit::getSpectroQString("Bad Command"), QString("Bad Command"));
+        QCOMPARE(SpectroStringKit::getSpectroQString("Nobody knows %s of me"), QString("Nobody knows %s of me"));
+        QCOMPARE(SpectroStringKit::getSpectroQString(""), QString(""));
+        QVERIFY(SpectroStringKit::getSpectroQString(nullptr).isNull());
+    }
+
+    void textsAreUtf8()
+    {
+        QCOMPARE(SpectroStringKit::getSpectroQString("\xc3\x84rger %s"), QString::fromUtf8("\xc3\x84rger %s"));
+    }
+
+    void textsAreLookedUpInTheClassContext()
+    {
+        MessageTranslator translator;
+        translator.set("SpectroStringKit", "Bad patch", "Falsches Feld");
+        translator.set("QObject", "Bad step", "Falsche Stufe");
+        translator.set("SpectroStringKit", "Cannot open file %s", QString::fromUtf8("%s l\xc3\xa4sst sich nicht"));
+        translator.set("SpectroStringKit", "not in the table", "nicht in der Tabelle");
+        QCOMPARE(SpectroStringKit::getSpectroQString("Bad patch"), QString("Falsches Feld"));
+        QCOMPARE(SpectroStringKit::getSpectroQString("Bad step"), QString("Bad step"));
+        QCOMPARE(SpectroStringKit::getSpectroQString("bad patch"), QString("bad patch"));
+        QCOMPARE(SpectroStringKit::getSpectroQString("Cannot open file %s"),
+                 QString::fromUtf8("%s l\xc3\xa4sst sich nicht"));
+        QCOMPARE(SpectroStringKit::getSpectroQString("not in the table"), QString("nicht in der Tabelle"));
+    }
+
+    void workerThreadsLookUpToo()
+    {
+        MessageTranslator translator;
+        translator.set("SpectroStringKit", "Bad patch", "Falsches Feld");
+        std::atomic<int> found = 0;
+        std::vector<std::thread> threads;
+        for (int thread = 0; thread < 3; ++thread) {
+            threads.emplace_back([&found] {
+                for (int i = 0; i < 200; ++i)
+                    found += SpectroStringKit::getSpectroQString("Bad patch") == QLatin1String("Falsches Feld");
+            });
+        }
+        for (std::thread &thread : threads)
+            thread.join();
+        QCOMPARE(found.load(), 600);
+    }
+
+    /// What the extraction tool finds in the sources must serve the array and the look-up.
+    void anExtractedCatalogueHasAllTextsInBothContexts()
+    {
+        QTemporaryDir directory;
+        const QString catalogue = directory.filePath("texts.ts");
+        const QString sources = qEnvironmentVariable("TAVI_SOURCE_DIR") + "/instruments/";
+        QProcess tool;
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert("QT_SELECT", "qt5");
+        tool.setProcessEnvironment(environment);
+        tool.start(qEnvironmentVariable("TAVI_LUPDATE"),
+                   {"-silent", "-locations", "none", sources + "spectrostringkit_table.cpp",
+                    sources + "spectrostringkit.cpp", "-ts", catalogue});
+        QVERIFY(tool.waitForFinished(60000));
+        QCOMPARE(tool.exitCode(), 0);
+        QCOMPARE(tool.readAllStandardError(), QByteArray());
+
+        const QMap<QString, QStringList> messages = readCatalogue(catalogue);
+        QCOMPARE(messages.keys(), QStringList({"QObject", "SpectroStringKit"}));
+        QStringList texts;
+        for (int row = 0; row < 402; ++row)
+            texts.append(SpectroStringKit::pluggedstrings[row][1]);
+        texts.sort();
+        for (const QString &context : messages.keys()) {
+            QStringList found = messages[context];
+            found.sort();
+            QCOMPARE(found.size(), 402);
+            QCOMPARE(found, texts);
+        }
+    }
+};
+
+TAVI_TEST_MAIN(TestSpectroStringKit)
+#include "tst_spectrostringkit.moc"
