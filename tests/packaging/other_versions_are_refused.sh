@@ -11,7 +11,9 @@ configure() {
 }
 
 configure "$major.$minor" || { cat "$work.log"; echo "version $major.$minor was refused" >&2; exit 1; }
-for other in "$major.$((minor + 1))" "$((major + 1)).0"; do
+others=("$major.$((minor + 1))" "$((major + 1)).0")
+((minor == 0)) || others+=("$major.$((minor - 1))")
+for other in "${others[@]}"; do
     if configure "$other"; then
         echo "version $other was accepted" >&2
         exit 1
