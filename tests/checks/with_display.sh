@@ -38,7 +38,9 @@ check "nothing is left behind" nothing_left
 script/with-display bash -c 'echo $DISPLAY >$TMPDIR/a; until [[ -s $TMPDIR/b ]]; do sleep 0.05; done' &
 first=$!
 script/with-display bash -c 'echo $DISPLAY >$TMPDIR/b; until [[ -s $TMPDIR/a ]]; do sleep 0.05; done'
-check "two at once both end well" is "$? $(wait "$first"; echo $?)" "0 0"
+second_status=$?
+wait "$first"
+check "two at once both end well" is "$? $second_status" "0 0"
 check "two at once have two displays" is "$(cat "$TMPDIR/a" "$TMPDIR/b" | sort -u | wc -l)" 2
 rm -f "$TMPDIR/a" "$TMPDIR/b"
 
