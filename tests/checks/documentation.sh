@@ -10,8 +10,7 @@ doxyfile=$1 output=$2
 
 rm -rf "$output"
 mkdir -p "$output"
-doxygen "$doxyfile" >"$output/log" 2>&1 || true
-[[ -f $output/html/index.html ]] || { cat "$output/log" >&2; exit 1; }
+doxygen "$doxyfile" >"$output/log" 2>&1 || { cat "$output/log" >&2; exit 1; }
 
 # Whether line $2 of header $1 declares an overload of $3 within the four lines above it.
 below_its_sister() {

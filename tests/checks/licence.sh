@@ -5,10 +5,7 @@ set -euo pipefail
 cd "$(dirname "$0")/../.."
 . tests/checks/own_files.sh
 
-files=()
-while IFS= read -r -d '' file; do
-    [[ $file == *.md ]] || files+=("$file")
-done < <(own_files '*.h' '*.cpp' '*.c' '*.cmake' '*.in' '*.sh' '*CMakeLists.txt' 'script/*' '.ci/*')
+mapfile -d '' -t files < <(own_files '*.h' '*.cpp' '*.c' '*.cmake' '*.in' '*.sh' '*CMakeLists.txt' 'script/*' '.ci/*')
 expect_files 20 "${#files[@]}"
 
 failures=0

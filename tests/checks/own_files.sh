@@ -6,11 +6,13 @@ own_files() {
     local pattern names=()
     if git rev-parse --is-inside-work-tree >/dev/null 2>&1; then
         git ls-files -z --cached --others --exclude-standard --deduplicate -- "$@" |
-            while IFS= read -r -d '' file; do [[ ! -f $file ]] || printf '%s\0' "$file"; done
+            while IFS= read -r -d '' file; do
+                if [[ -f $file && $file != *.md ]]; then printf '%s\0' "$file"; fi
+            done
     else
         for pattern in "$@"; do names+=(-o -path "./$pattern" -o -path "./*/$pattern"); done
         find . \( -path ./build -o -path ./out -o -path ./.git \) -prune -o \
-            -type f \( "${names[@]:1}" \) -printf '%P\0'
+            -type f ! -name '*.md' \( "${names[@]:1}" \) -printf '%P\0'
     fi
 }
 

@@ -5,10 +5,7 @@ set -euo pipefail
 cd "$(dirname "$0")/../.."
 . tests/checks/own_files.sh
 
-files=()
-while IFS= read -r -d '' file; do
-    [[ $file == *.md ]] || files+=("$file")
-done < <(own_files '*.sh' 'script/*' '.ci/*')
+mapfile -d '' -t files < <(own_files '*.sh' 'script/*' '.ci/*')
 expect_files 10 "${#files[@]}"
 shellcheck "${files[@]}"
 echo "${#files[@]} scripts are clean"
