@@ -24,6 +24,7 @@ public:
     TAVICOMBOCOLOUR *head() const { return patches_.head(); }
     /// Hands the list to the caller and leaves this one empty.
     TAVICOMBOCOLOUR *take() { return patches_.takeAll(); }
+    /// How many patches the list has. O(1).
     size_t count() const { return patches_.length(); }
 
     /// A patch as every Lab measurement is kept: named by its values with two decimals, with a valid Lab triple

@@ -31,7 +31,9 @@ public:
 
     /// The first record, or null. The chain keeps it.
     T *head() const { return head_; }
+    /// Whether there is no record.
     bool isEmpty() const { return !head_; }
+    /// How many records there are. O(1): they are counted as they come.
     size_t length() const { return length_; }
 
     /// Appends one record. O(1). Null is ignored.

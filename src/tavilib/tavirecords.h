@@ -22,7 +22,7 @@
 extern "C" {
 #endif
 
-/** The six words that every record begins with. All but #next are the base library's own and left zero by makers. */
+/** The six words that every record begins with. All but `next` are the base library's own and left zero by makers. */
 typedef struct TAVIPACKETHEADER {
     uint32_t reserved0;
     uint32_t reserved1;
