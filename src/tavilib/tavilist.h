@@ -5,7 +5,7 @@
 #include "tavilib/tavilib_export.h"
 #include "tavilib/tavirecords.h"
 
-#include <concepts>
+#include <type_traits>
 
 /// @file
 /// Singly linked lists of records. A list is a pointer to its head, an empty list is null, and whoever holds the
@@ -16,18 +16,13 @@
 
 /// A record that can stand in a list.
 template <typename T>
-concept TaviPacket = requires(T item)
-{
-    {
-        item.header
-        } -> std::same_as<TAVIPACKETHEADER &>;
-};
+concept TaviPacket = std::is_same_v<decltype(T::header), TAVIPACKETHEADER>;
 
 /// The record after @a item, or null.
 template <typename T>
 T *NextInList(T *item)
 {
-    return static_cast<T *>(item->header.next);
+    return static_cast<T *>(item->header.next); // also for a record that is const, whose next one is so too
 }
 
 namespace tavi::detail {
@@ -71,7 +66,7 @@ void RemoveItemFromList(T **head, T *item)
 /// Inserts @a item in ascending order of @a key, bytewise; an item with an equal key goes behind those that are
 /// there. @a key_of gives the key of a record that is in the list; null counts as an empty text. O(length).
 template <TaviPacket T, typename KeyOf>
-    requires std::invocable<KeyOf, const T &>
+    requires std::is_invocable_v<KeyOf, const T &>
 void InsertOrderedList(T **head, T *item, const char *key, KeyOf key_of)
 {
     if (!head || !item)
@@ -100,10 +95,7 @@ void InsertOrderedList(T **head, T *item, const char *key, KeyOf key_of)
 
 /// InsertOrderedList() for records with a `name`, by which instrument lists are sorted.
 template <TaviPacket T>
-    requires requires(T item)
-    {
-        item.name;
-    }
+    requires std::is_same_v<decltype(T::name), char *>
 void InsertOrderedList(T **head, T *item, const char *key)
 {
     InsertOrderedList(head, item, key, [](const T &other) { return other.name; });

@@ -60,6 +60,20 @@ public:
         }
     }
 
+    /// Appends all records of @a other, which is empty afterwards. O(1).
+    void moveFrom(TaviPacketChain &other)
+    {
+        if (other.isEmpty() || &other == this)
+            return;
+        if (tail_)
+            tail_->header.next = other.head_;
+        else
+            head_ = other.head_;
+        tail_ = other.tail_;
+        length_ += other.length_;
+        other.takeAll();
+    }
+
     /// Unlinks and returns the first record; null if there is none. O(1).
     T *takeFirst()
     {
