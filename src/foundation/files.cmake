@@ -1,5 +1,3 @@
 # SPDX-License-Identifier: MIT
 list(APPEND TAVIWIDGETS_HEADERS
     foundation/workereventqueue.h)
-list(APPEND TAVIWIDGETS_SOURCES
-    foundation/workereventqueue.cpp)

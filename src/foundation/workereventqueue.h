@@ -1,1 +1,137 @@
 // SPDX-License-Identifier: MIT
+#ifndef FOUNDATION_WORKEREVENTQUEUE_H
+#define FOUNDATION_WORKEREVENTQUEUE_H
+
+#include "tavilib/tavipacketchain.h"
+
+#include <QCoreApplication>
+#include <QEvent>
+
+#include <mutex>
+
+/// The hand-over of records from a worker thread to the thread of a QObject.
+///
+/// A worker gives records to post(); each record is followed by one custom event of type QEvent::User (1000), sent
+/// to the receiver, which carries nothing and only says: look at the queue. The receiver's `event()` answers it with
+/// drain(), which hands out everything that is queued, oldest first.
+///
+/// @code
+/// bool Follower::event(QEvent *event)
+/// {
+///     if (event->type() != QEvent::User)
+///         return QObject::event(event);
+///     queue.drain([this](const FollowerRecord *record) { dispatch(*record); });
+///     return true;
+/// }
+/// @endcode
+///
+/// **Ownership.** The queue owns a record from post() until it is freed, behind its dispatch or by clear(), with the
+/// function given at construction. The receiver owns the queue, as a member, and stops its workers before it goes.
+///
+/// **Threads.** post() may be called from any thread; everything else from the receiver's thread alone. The lock
+/// guards the list of posted records and nothing else: it is never held during a dispatch.
+///
+/// **Re-entry.** A dispatch may spin an event loop: a nested drain() returns at once and the outer one goes on. It
+/// may call clear(): nothing that was queued before is dispatched afterwards. It may destroy the queue (with its
+/// receiver): the drain then ends without touching it again.
+template <TaviPacket T>
+class WorkerEventQueue
+{
+public:
+    using FreeFunction = void (*)(T *);
+
+    /// A queue that wakes @a receiver and frees records with @a free_record.
+    WorkerEventQueue(QObject *receiver, FreeFunction free_record) : receiver_(receiver), free_record_(free_record) {}
+    WorkerEventQueue(const WorkerEventQueue &) = delete;
+    WorkerEventQueue &operator=(const WorkerEventQueue &) = delete;
+
+    /// Frees what is queued. No thread may post any more.
+    ~WorkerEventQueue()
+    {
+        clear();
+        if (destroyed_)
+            *destroyed_ = true;
+    }
+
+    /// Appends @a record, which the queue owns from now on, and wakes the receiver. Null is ignored. O(1).
+    void post(T *record)
+    {
+        if (!record)
+            return;
+        {
+            const std::scoped_lock lock(mutex_);
+            posted_.append(record);
+        }
+        QCoreApplication::postEvent(receiver_, new QEvent(QEvent::User));
+    }
+
+    /// Calls @a dispatch(T *) for every queued record, oldest first, those that arrive meanwhile included, and frees
+    /// each behind its dispatch. Does nothing while a drain is under way.
+    template <typename Dispatch>
+    void drain(Dispatch dispatch)
+    {
+        if (dispatching_)
+            return;
+        dispatching_ = true;
+        bool destroyed = false;
+        destroyed_ = &destroyed;
+        const FreeFunction free_record = free_record_;
+        while (takePosted()) {
+            while (T *record = taken_.takeFirst()) {
+                dispatch(record);
+                free_record(record);
+                if (destroyed)
+                    return;
+            }
+        }
+        destroyed_ = nullptr;
+        dispatching_ = false;
+    }
+
+    /// Frees everything that is queued without dispatching it, also what a drain under way has still in hand.
+    void clear()
+    {
+        freeAll(taken_.takeAll());
+        T *posted = nullptr;
+        {
+            const std::scoped_lock lock(mutex_);
+            posted = posted_.takeAll();
+        }
+        freeAll(posted);
+    }
+
+    /// How many records wait.
+    size_t length() const
+    {
+        const std::scoped_lock lock(mutex_);
+        return posted_.length() + taken_.length();
+    }
+
+private:
+    /// One lock for a whole burst: what is posted moves over to what is dispatched from.
+    bool takePosted()
+    {
+        const std::scoped_lock lock(mutex_);
+        taken_.moveFrom(posted_);
+        return !taken_.isEmpty();
+    }
+
+    void freeAll(T *list)
+    {
+        while (list) {
+            T *next = NextInList(list);
+            free_record_(list);
+            list = next;
+        }
+    }
+
+    QObject *const receiver_;
+    const FreeFunction free_record_;
+    mutable std::mutex mutex_;
+    TaviPacketChain<T> posted_; ///< Guarded by the mutex.
+    TaviPacketChain<T> taken_;  ///< The receiver's thread alone.
+    bool dispatching_ = false;
+    bool *destroyed_ = nullptr; ///< Where a drain under way wants to be told that the queue is gone.
+};
+
+#endif
