@@ -1,12 +1,28 @@
 # SPDX-License-Identifier: MIT
 list(APPEND TAVIWIDGETS_HEADERS
+    instruments/orloinstrument.h
     instruments/spectro_fromfile.h
+    instruments/spectrobuddy.h
     instruments/spectrostringkit.h)
 list(APPEND TAVIWIDGETS_SOURCES
+    instruments/instrumentdiscovery.cpp
+    instruments/instrumentdiscovery_p.h
     instruments/instrumentmessage.cpp
     instruments/instrumentmessage_p.h
+    instruments/internalinstruments.cpp
+    instruments/internalinstruments_p.h
+    instruments/orloinstrument.cpp
+    instruments/orloinstrument_events.cpp
+    instruments/orloinstrument_reads.cpp
+    instruments/orloinstrumentevent.cpp
+    instruments/orloinstrumentevent_p.h
+    instruments/orloinstrumentrecord_p.h
+    instruments/spectrobuddy.cpp
+    instruments/spectrobuddy_delivery.cpp
+    instruments/spectrobuddy_interface.cpp
     instruments/spectro_fromfile.cpp
     instruments/spectro_fromfile_cgats.cpp
     instruments/spectro_fromfile_text.cpp
+    instruments/spectrobuddystatuswatch_p.h
     instruments/spectrostringkit.cpp
     instruments/spectrostringkit_table.cpp)
