@@ -67,5 +67,7 @@ void FileDialogAnswer::answer(QFileDialog *dialog)
     edit->setCompleter(nullptr);
     edit->selectAll();
     QTest::keyClicks(edit, path_);
-    QTest::mouseClick(buttons->button(QDialogButtonBox::Open), Qt::LeftButton);
+    QTest::mouseClick(buttons->button(dialog->acceptMode() == QFileDialog::AcceptSave ? QDialogButtonBox::Save
+                                                                                      : QDialogButtonBox::Open),
+                      Qt::LeftButton);
 }
