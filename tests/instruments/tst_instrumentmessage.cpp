@@ -236,7 +236,7 @@ private Q_SLOTS:
         for (int thread = 0; thread < 3; ++thread) {
             threads.emplace_back([&right, thread] {
                 for (int i = 0; i < 200; ++i) {
-                    const auto number = static_cast<unsigned long>(thread * 1000 + i);
+                    const auto number = static_cast<unsigned long>(thread) * 1000UL + static_cast<unsigned long>(i);
                     right += message("Ready for strip %lu", number)
                              == "Streifen " + QByteArray::number(qulonglong(number));
                 }

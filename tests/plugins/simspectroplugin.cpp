@@ -129,6 +129,32 @@ void SimspectroDevice::abortAfter(int count)
     };
 }
 
+std::vector<std::vector<double>> rowsOf(const char *path)
+{
+    std::vector<std::vector<double>> rows;
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return rows;
+    bool inside = false;
+    for (const QByteArray &line : file.readAll().split('\n')) {
+        const QList<QByteArray> cells = line.simplified().split(' ');
+        if (cells.first() == "END_DATA")
+            break;
+        if (inside) {
+            rows.emplace_back();
+            for (const QByteArray &cell : cells)
+                rows.back().push_back(cell.toDouble());
+        }
+        inside = inside || cells.first() == "BEGIN_DATA";
+    }
+    return rows;
+}
+
+QByteArray cgatsTable(const QByteArray &fields, const QByteArray &rows)
+{
+    return "CTI3\n\nBEGIN_DATA_FORMAT\n" + fields + "\nEND_DATA_FORMAT\nBEGIN_DATA\n" + rows + "END_DATA\n";
+}
+
 SimspectroFile::SimspectroFile(const QByteArray &content)
 {
     QFile file(QString::fromUtf8(path()));

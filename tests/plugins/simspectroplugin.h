@@ -8,6 +8,8 @@
 #include <QByteArray>
 #include <QTemporaryDir>
 
+#include <vector>
+
 /// The plug-in, loaded while this lives, and its entry points.
 class SimspectroPlugin
 {
@@ -79,6 +81,15 @@ private:
     int abort_flag_ = 0;
     void *handle_ = nullptr;
 };
+
+/// A published set of 1617 CMYK patches (package icc-profiles-free): sample number, CMYK, XYZ, Lab.
+constexpr const char *characterisation = "/usr/share/color/icc/FOGRA39L.ti3";
+
+/// The numbers of the rows of a CGATS file's first table, for files with nothing but numbers in them.
+std::vector<std::vector<double>> rowsOf(const char *path);
+
+/// A CGATS file with these columns and rows, each of which ends in a line break; the first row is line 7.
+QByteArray cgatsTable(const QByteArray &fields, const QByteArray &rows);
 
 /// A file with this content in a directory that goes away at the end.
 class SimspectroFile

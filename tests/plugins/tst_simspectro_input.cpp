@@ -4,15 +4,6 @@
 
 #include <QDirIterator>
 
-namespace {
-
-QByteArray table(const QByteArray &fields, const QByteArray &rows)
-{
-    return "CTI3\n\nBEGIN_DATA_FORMAT\n" + fields + "\nEND_DATA_FORMAT\nBEGIN_DATA\n" + rows + "END_DATA\n";
-}
-
-} // namespace
-
 /// What the plug-in takes for a file and for settings, and what it says of the rest.
 class TestSimspectroInput : public TaviTest
 {
@@ -22,23 +13,24 @@ private Q_SLOTS:
     void goodFilesOpen_data()
     {
         QTest::addColumn<QByteArray>("content");
-        const QByteArray plain = table("SAMPLE_ID LAB_L LAB_A LAB_B", "1 50 10 -20\n2 60 0 0\n");
+        const QByteArray plain = cgatsTable("SAMPLE_ID LAB_L LAB_A LAB_B", "1 50 10 -20\n2 60 0 0\n");
         QTest::newRow("plain") << plain;
         QTest::newRow("CRLF") << QByteArray(plain).replace("\n", "\r\n");
         QTest::newRow("CR") << QByteArray(plain).replace("\n", "\r");
         QTest::newRow("tabs") << QByteArray(plain).replace(" ", "\t");
         QTest::newRow("byte order mark") << "\xef\xbb\xbf" + plain;
         QTest::newRow("comments") << "# written by hand\n" + QByteArray(plain).replace("60 0 0", "60 0 0 # white");
-        QTest::newRow("lower case columns") << table("sample_id lab_l lab_a lab_b", "1 50 10 -20\n2 60 0 0\n");
+        QTest::newRow("lower case columns") << cgatsTable("sample_id lab_l lab_a lab_b", "1 50 10 -20\n2 60 0 0\n");
         QTest::newRow("lower case keywords") << plain.toLower();
         QTest::newRow("format over several lines")
-            << table("SAMPLE_ID\nLAB_L LAB_A\nLAB_B", "1 50 10 -20\n2 60 0 0\n");
-        QTest::newRow("quoted name") << table("SAMPLE_NAME LAB_L LAB_A LAB_B", "\"A 1\" 50 10 -20\n\"\" 60 0 0\n");
+            << cgatsTable("SAMPLE_ID\nLAB_L LAB_A\nLAB_B", "1 50 10 -20\n2 60 0 0\n");
+        QTest::newRow("quoted name") << cgatsTable("SAMPLE_NAME LAB_L LAB_A LAB_B",
+                                                   "\"A 1\" 50 10 -20\n\"\" 60 0 0\n");
         QTest::newRow("signs and exponents")
-            << table("SAMPLE_ID LAB_L LAB_A LAB_B", "1 +5.0e1 +10 -2E+1\n2 60. 0 -.0\n");
+            << cgatsTable("SAMPLE_ID LAB_L LAB_A LAB_B", "1 +5.0e1 +10 -2E+1\n2 60. 0 -.0\n");
         QTest::newRow("number of sets") << "NUMBER_OF_SETS 2\n" + plain;
         QTest::newRow("wrong number of fields") << "NUMBER_OF_FIELDS 9\n" + plain;
-        QTest::newRow("second table") << plain + table("A B", "1 2 3\n");
+        QTest::newRow("second table") << plain + cgatsTable("A B", "1 2 3\n");
         QTest::newRow("no last line end") << plain.trimmed();
     }
     void goodFilesOpen()
@@ -75,26 +67,27 @@ private Q_SLOTS:
         QTest::newRow("cut off") << QByteArray(
             "BEGIN_DATA_FORMAT LAB_L LAB_A LAB_B END_DATA_FORMAT\nBEGIN_DATA\n1 2 3\n")
                                  << "line 3: the file ends without END_DATA";
-        QTest::newRow("empty table") << table("LAB_L LAB_A LAB_B", "") << "line 7: the data block is empty";
-        QTest::newRow("too few cells") << table("LAB_L LAB_A LAB_B", "1 2 3\n1 2\n")
+        QTest::newRow("empty table") << cgatsTable("LAB_L LAB_A LAB_B", "") << "line 7: the data block is empty";
+        QTest::newRow("too few cells") << cgatsTable("LAB_L LAB_A LAB_B", "1 2 3\n1 2\n")
                                        << "line 8: 2 cells for 3 columns";
-        QTest::newRow("too many cells") << table("LAB_L LAB_A LAB_B", "1 2 3 4\n") << "line 7: 4 cells for 3 columns";
-        QTest::newRow("open quote") << table("SAMPLE_NAME LAB_L LAB_A LAB_B", "\"A 1 2 3\n")
+        QTest::newRow("too many cells") << cgatsTable("LAB_L LAB_A LAB_B", "1 2 3 4\n")
+                                        << "line 7: 4 cells for 3 columns";
+        QTest::newRow("open quote") << cgatsTable("SAMPLE_NAME LAB_L LAB_A LAB_B", "\"A 1 2 3\n")
                                     << "line 7: a quote has no end";
-        QTest::newRow("a column twice") << table("LAB_L LAB_A LAB_B lab_a", "1 2 3 4\n")
+        QTest::newRow("a column twice") << cgatsTable("LAB_L LAB_A LAB_B lab_a", "1 2 3 4\n")
                                         << "line 4: the column LAB_A stands twice";
-        QTest::newRow("wrong number of sets") << "NUMBER_OF_SETS 3\n" + table("LAB_L LAB_A LAB_B", "1 2 3\n")
+        QTest::newRow("wrong number of sets") << "NUMBER_OF_SETS 3\n" + cgatsTable("LAB_L LAB_A LAB_B", "1 2 3\n")
                                               << "line 9: 1 sets where NUMBER_OF_SETS says 3";
-        QTest::newRow("no colour") << table("SAMPLE_ID CMYK_C", "1 2\n") << "neither LAB nor XYZ columns";
-        QTest::newRow("half a colour") << table("LAB_L LAB_A XYZ_X XYZ_Y", "1 2 3 4\n")
+        QTest::newRow("no colour") << cgatsTable("SAMPLE_ID CMYK_C", "1 2\n") << "neither LAB nor XYZ columns";
+        QTest::newRow("half a colour") << cgatsTable("LAB_L LAB_A XYZ_X XYZ_Y", "1 2 3 4\n")
                                        << "neither LAB nor XYZ columns";
         for (const char *word : {"abc", "1,5", "1.5x", "nan", "inf", "1e999", "0x10", "--1", "+-1", "\"\""})
             QTest::addRow("cell %s", word)
-                << table("LAB_L LAB_A LAB_B", QByteArray("1 2 3\n4 ") + word + " 6\n")
+                << cgatsTable("LAB_L LAB_A LAB_B", QByteArray("1 2 3\n4 ") + word + " 6\n")
                 << QStringLiteral("line 8: LAB_A is '%1', no number").arg(QString(word).remove('"'));
-        QTest::newRow("device cell") << table("LAB_L LAB_A LAB_B GRAY", "1 2 3 x\n")
+        QTest::newRow("device cell") << cgatsTable("LAB_L LAB_A LAB_B GRAY", "1 2 3 x\n")
                                      << "line 7: GRAY is 'x', no number";
-        QTest::newRow("density cell") << table("LAB_L LAB_A LAB_B D_RED D_GREEN D_BLUE D_VIS", "1 2 3 4 5 6 x\n")
+        QTest::newRow("density cell") << cgatsTable("LAB_L LAB_A LAB_B D_RED D_GREEN D_BLUE D_VIS", "1 2 3 4 5 6 x\n")
                                       << "line 7: D_VIS is 'x', no number";
     }
     void badFilesAreRefusedWithPlaceAndReason()
@@ -147,7 +140,7 @@ private Q_SLOTS:
     {
         QFETCH(QByteArray, name);
         QFETCH(QByteArray, value);
-        const SimspectroFile file(table("LAB_L LAB_A LAB_B", "1 2 3\n"));
+        const SimspectroFile file(cgatsTable("LAB_L LAB_A LAB_B", "1 2 3\n"));
         SimspectroEnvironment environment(file.path());
         environment.set(name.constData(), value);
         const SimspectroPlugin plugin;
@@ -160,7 +153,7 @@ private Q_SLOTS:
 
     void emptySettingsAreTheDefaults()
     {
-        const SimspectroFile file(table("LAB_L LAB_A LAB_B", "1 2 3\n"));
+        const SimspectroFile file(cgatsTable("LAB_L LAB_A LAB_B", "1 2 3\n"));
         SimspectroEnvironment environment(file.path());
         for (const char *name : {"SIMSPECTRO_NOISE", "SIMSPECTRO_SEED", "SIMSPECTRO_DELAY_MS", "SIMSPECTRO_PRINTER"})
             environment.set(name, "");
