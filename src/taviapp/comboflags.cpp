@@ -33,7 +33,10 @@ uint32_t taviReferenceFlags(const TAVICOMBOCOLOUR &patch)
 {
     if (patch.device_model != COMBOCOLOUR_DEVICE_CMYK)
         return 0;
-    const auto &[c, m, y, k] = patch.device;
+    const float c = patch.device[0];
+    const float m = patch.device[1];
+    const float y = patch.device[2];
+    const float k = patch.device[3];
     const auto is = [&](float cyan, float magenta, float yellow, float black) {
         return equal(c, cyan) && equal(m, magenta) && equal(y, yellow) && equal(k, black);
     };
