@@ -4,6 +4,8 @@
 
 #include "tavilib/tavilib_export.h"
 
+#include <cstddef>
+
 /// @file
 /// The log of the base libraries, the widgets and the plug-ins.
 ///
@@ -33,7 +35,8 @@ struct TaviLogLine {
 using TaviLogSink = void (*)(void *context, const TaviLogLine &line);
 
 /// Installs @a sink; null brings back standard error. Returns when no call of the former sink is under way any
-/// more, so its context may then be destroyed. A sink may log, which goes to standard error, but must not call this.
+/// more, so its context may then be destroyed. A sink may log, which goes to standard error, but must neither call
+/// this nor throw.
 TAVILIB_EXPORT void TaviLogSetSink(TaviLogSink sink, void *context);
 
 /// Writes one log line, "unit: function: text" on standard error. @a unit and @a function may be null or empty.
@@ -41,6 +44,10 @@ TAVILIB_EXPORT void TaviLogSetSink(TaviLogSink sink, void *context);
 /// Cost: O(length of the text).
 TAVILIB_EXPORT void TaviLogMessage(const char *unit, const char *function, int kind, int form, int target,
                                    const char *format, ...) __attribute__((format(printf, 6, 7)));
+
+/// Logs that @a bytes could not be allocated: TaviLogMessage() with kind 0 and form 2, which compilers warn about
+/// where its empty format is written out.
+TAVILIB_EXPORT void TaviLogAllocationFailure(const char *unit, const char *function, size_t bytes);
 
 /// Logs one failure line (kind 0) without format handling: @a text is written as it stands. Null is empty.
 TAVILIB_EXPORT void LogError(const char *unit, const char *function, const char *text);
