@@ -40,17 +40,15 @@ PatchListView::PatchListView(PatchModel *model, QWidget *parent) : QTreeView(par
         setColumnWidth(column, number_width);
     header()->setStretchLastSection(true);
 
-    connect(model, &QAbstractItemModel::rowsAboutToBeInserted, this, &PatchListView::noteWhetherAtEnd);
-    connect(model, &QAbstractItemModel::rowsInserted, this, &PatchListView::followEnd);
-}
-
-void PatchListView::noteWhetherAtEnd()
-{
-    at_end_ = verticalScrollBar()->value() == verticalScrollBar()->maximum();
+    // Following at each of thousands of arrivals would lay the list out as often.
+    follow_timer_.setSingleShot(true);
+    follow_timer_.setInterval(40);
+    connect(&follow_timer_, &QTimer::timeout, this, &PatchListView::scrollToBottom);
+    connect(model, &QAbstractItemModel::rowsAboutToBeInserted, this, &PatchListView::followEnd);
 }
 
 void PatchListView::followEnd()
 {
-    if (at_end_)
-        scrollToBottom();
+    if (!follow_timer_.isActive() && verticalScrollBar()->value() == verticalScrollBar()->maximum())
+        follow_timer_.start();
 }

@@ -3,6 +3,7 @@
 #define PROOFCHECK_PATCHLISTVIEW_H
 
 #include <QStyledItemDelegate>
+#include <QTimer>
 #include <QTreeView>
 
 class PatchModel;
@@ -27,10 +28,9 @@ public:
     PatchListView(PatchModel *model, QWidget *parent);
 
 private:
-    void noteWhetherAtEnd();
     void followEnd();
 
-    bool at_end_ = true;
+    QTimer follow_timer_; ///< Runs from an arrival until the list has followed it.
 };
 
 #endif
