@@ -195,8 +195,11 @@ bool OrloInstrument::findEntryPoints()
     const auto find = [this](auto &function, const char *name) {
         using Function = std::remove_reference_t<decltype(function)>;
         function = reinterpret_cast<Function>(TaviDllGetProcAddress(record->library, name));
-        if (!function)
-            LogError(unit_name, "OrloInstrument::init", (std::string("Cannot get dll address for ") + name).c_str());
+        if (!function) {
+            std::string text = "Cannot get dll address for ";
+            text += name; // operator+ makes the optimising compiler warn of bounds that are kept
+            LogError(unit_name, "OrloInstrument::init", text.c_str());
+        }
         return function != nullptr;
     };
     OrloInstrumentEntryPoints &entry = record->entry;
