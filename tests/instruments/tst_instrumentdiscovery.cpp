@@ -2,7 +2,7 @@
 #include "instruments/orloinstrument.h"
 #include "tavilib/tavilist.h"
 #include "tavilib/tavipacket.h"
-#include "tests/instruments/readersfolder.h"
+#include "tests/support/instruments/readersfolder.h"
 #include "tests/support/tavitest.h"
 
 #include <QDir>

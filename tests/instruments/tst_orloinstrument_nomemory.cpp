@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "instruments/orloinstrument.h"
 #include "tavilib/tavialloc_p.h"
-#include "tests/instruments/readersfolder.h"
+#include "tests/support/instruments/readersfolder.h"
 #include "tests/support/tavitest.h"
 
 #include <atomic>

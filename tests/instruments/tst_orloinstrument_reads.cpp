@@ -3,7 +3,7 @@
 #include "taviapp/densitylut_cc.h"
 #include "taviapp/tavicombocolour_cc.h"
 #include "tavilib/tavilist.h"
-#include "tests/instruments/readersfolder.h"
+#include "tests/support/instruments/readersfolder.h"
 #include "tests/support/tavitest.h"
 
 #include <QElapsedTimer>

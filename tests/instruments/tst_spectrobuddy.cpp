@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "taviapp/taviregistry.h"
-#include "tests/instruments/spectrobuddyfixture.h"
+#include "tests/support/instruments/spectrobuddyfixture.h"
 
 #include <QAbstractItemView>
 

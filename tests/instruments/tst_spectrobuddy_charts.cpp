@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "taviapp/tavikey_cc.h"
-#include "tests/instruments/spectrobuddyfixture.h"
+#include "tests/support/instruments/spectrobuddyfixture.h"
 
 #include <atomic>
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "tests/instruments/spectrobuddyfixture.h"
+#include "tests/support/instruments/spectrobuddyfixture.h"
 
 /// From values to signals: single colours, lines, series.
 class TestSpectroBuddyDelivery : public TaviTest
@@ -37,9 +37,7 @@ private Q_SLOTS:
     {
         SpectroBuddyFixture f;
         f.plugin->flags |= SPECTRO_FLAG_FILESOURCE;
-        ReadersFolder::forgetInstruments();
-        f.buddy->setMode(SpectroBuddy::CHART_MODE);
-        f.buddy->setMode(SpectroBuddy::SPOT_MODE);
+        f.findInstrumentsAnew();
         f.choose("Scripted");
         f.plugin->on_spot_lab = [](const ScriptedPlugin::Read &read) {
             for (int i = 0; i < 10; ++i)

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // A plug-in that does what the test tells it. Compiled with -DWITHOUT_<entry> for each entry point that a variant
 // shall lack, and with SCRIPTED_FLAGS for other flags on its identity card.
-#include "tests/instruments/plugins/scriptedplugin.h"
+#include "tests/support/instruments/scriptedplugin.h"
 
 #include <cstdlib>
 #include <cstring>

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
-#ifndef TESTS_INSTRUMENTS_SPECTROBUDDYFIXTURE_H
-#define TESTS_INSTRUMENTS_SPECTROBUDDYFIXTURE_H
+#ifndef TESTS_SUPPORT_INSTRUMENTS_SPECTROBUDDYFIXTURE_H
+#define TESTS_SUPPORT_INSTRUMENTS_SPECTROBUDDYFIXTURE_H
 
 #include "instruments/spectrobuddy.h"
 #include "taviapp/tavicombocolour_cc.h"
-#include "tests/instruments/readersfolder.h"
+#include "tests/support/instruments/readersfolder.h"
 #include "tests/support/tavitest.h"
 
 #include <QCheckBox>
@@ -66,6 +66,22 @@ public:
         return QStringLiteral("%1,%2").arg(row).arg(column);
     }
 
+    /// Lets the group list what is in the plug-in folder now.
+    void findInstrumentsAnew() const
+    {
+        ReadersFolder::forgetInstruments();
+        const SpectroBuddy::INSTRUMENT_MODE mode = buddy->getMode();
+        // Only another mode than before fills the combo.
+        buddy->setMode(mode == SpectroBuddy::SPOT_MODE ? SpectroBuddy::CHART_MODE : SpectroBuddy::SPOT_MODE);
+        buddy->setMode(mode);
+    }
+    QStringList listedInstruments() const
+    {
+        QStringList names;
+        for (int i = 0; i < combo()->count(); ++i)
+            names.append(combo()->itemText(i));
+        return names;
+    }
     /// Makes @a name the chosen instrument, as a user does.
     void choose(const QString &name)
     {

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-#ifndef TESTS_INSTRUMENTS_READERSFOLDER_H
-#define TESTS_INSTRUMENTS_READERSFOLDER_H
+#ifndef TESTS_SUPPORT_INSTRUMENTS_READERSFOLDER_H
+#define TESTS_SUPPORT_INSTRUMENTS_READERSFOLDER_H
 
-#include "tests/instruments/plugins/scriptedplugin.h"
+#include "tests/support/instruments/scriptedplugin.h"
 
 #include <QString>
 #include <QTemporaryDir>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "tests/instruments/readersfolder.h"
+#include "tests/support/instruments/readersfolder.h"
 
 #include "instruments/orloinstrument.h"
 #include "tavilib/tavidll.h"
