@@ -41,6 +41,13 @@ SPECTROPHOTOMETERINFO *readIdentityCard(const std::string &directory, const char
     if (!info)
         return nullptr;
     info->header.next = nullptr;
+    if (!info->name || !*info->name) {
+        // It could not be told from a choice of nothing, and would stand first in every list.
+        TaviLogMessage(unit, "buildInstrumentList", TAVILOG_ERROR, TAVILOG_FORM_TEXT, 1,
+                       "No name in SpectrophotometerInfo for %s", file_name);
+        TaviPacketFreeItem(info, TAVIPACKET_SPECTROPHOTOMETERINFO);
+        return nullptr;
+    }
     std::free(info->dll_filename); // null by the contract; what a plug-in puts there is on the heap all the same
     info->dll_filename = AllocateAndCopyStringConst(file_name);
     if (!info->dll_filename)

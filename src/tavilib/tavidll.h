@@ -8,7 +8,7 @@
 /// The dynamic loader. A plug-in that fails to load is no hard failure: the caller skips it.
 
 /// Loads the shared object at @a path, all symbols resolved, none made visible to others. Null if it cannot be
-/// loaded; TaviDllError() then tells why.
+/// loaded, also because a part of the file is missing; TaviDllError() then tells why.
 TAVILIB_EXPORT void *TaviDllOpen(const char *path);
 
 /// The address of @a name in the object, or null.

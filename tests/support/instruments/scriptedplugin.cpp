@@ -21,7 +21,7 @@ INSTRUMENTPLUGIN_EXPORT SPECTROPHOTOMETERINFO *SpectrophotometerGetInfo()
     if (plugin.null_info)
         return nullptr;
     auto *info = static_cast<SPECTROPHOTOMETERINFO *>(calloc(1, sizeof(SPECTROPHOTOMETERINFO)));
-    info->name = strdup(plugin.name.c_str());
+    info->name = plugin.null_name ? nullptr : strdup(plugin.name.c_str());
     info->rev = strdup(plugin.rev.c_str());
     info->flags = plugin.flags;
     return info;

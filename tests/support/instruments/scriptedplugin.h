@@ -19,6 +19,7 @@ struct ScriptedPlugin {
     std::string rev = "1.00";
     uint32_t flags = SCRIPTED_FLAGS;
     bool null_info = false;
+    bool null_name = false;
 
     struct Read {
         int *abort_flag;
