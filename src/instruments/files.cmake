@@ -14,6 +14,7 @@ list(APPEND TAVIWIDGETS_SOURCES
     instruments/orloinstrument.cpp
     instruments/orloinstrument_events.cpp
     instruments/orloinstrument_reads.cpp
+    instruments/orloinstrumentcontexts_p.h
     instruments/orloinstrumentevent.cpp
     instruments/orloinstrumentevent_p.h
     instruments/orloinstrumentrecord_p.h

@@ -3,6 +3,7 @@
 
 #include "instruments/instrumentdiscovery_p.h"
 #include "instruments/internalinstruments_p.h"
+#include "instruments/orloinstrumentcontexts_p.h"
 #include "instruments/orloinstrumentevent_p.h"
 #include "instruments/orloinstrumentrecord_p.h"
 #include "tavilib/tavialloc_p.h"
@@ -15,8 +16,6 @@
 
 #include <cstdio>
 #include <cstdlib>
-#include <mutex>
-#include <set>
 #include <type_traits>
 #include <utility>
 #include <vector>
@@ -26,10 +25,6 @@ namespace {
 constexpr const char *unit_name = "orloinstrument";
 
 SPECTROPHOTOMETERINFO *instrument_list = nullptr;
-
-/// The drivers there are, of every thread that makes some.
-std::set<const void *> live_drivers;
-std::mutex live_drivers_mutex;
 
 void logFault(const char *function, const char *format, const char *argument)
 {
@@ -41,21 +36,13 @@ void logFault(const char *function, const char *format, const char *argument)
 OrloInstrument::OrloInstrument(QObject *parent)
     : QObject(parent), event_queue(std::make_unique<OrloInstrumentQueue>(this))
 {
-    const std::scoped_lock lock(live_drivers_mutex);
-    live_drivers.insert(this);
+    OrloInstrumentContexts::instance().addDriver(this);
 }
 
 OrloInstrument::~OrloInstrument()
 {
     close();
-    const std::scoped_lock lock(live_drivers_mutex);
-    live_drivers.erase(this);
-}
-
-bool OrloInstrument::isAlive(const void *driver)
-{
-    const std::scoped_lock lock(live_drivers_mutex);
-    return live_drivers.contains(driver);
+    OrloInstrumentContexts::instance().remove(this);
 }
 
 SPECTROPHOTOMETERINFO *OrloInstrument::getInstrumentList()

@@ -43,7 +43,8 @@ struct OrloInstrumentRecord;
 /// **Stopping a read** (abort(), close(), a new read, the destructor) sets a flag that the plug-in polls, and waits
 /// for the worker in steps of one second, without a time limit: a plug-in that ignores the flag blocks the caller for
 /// good. There is no thread cancellation, because a plug-in holds a device. What the stopped read has left queued is
-/// dropped: once the call has returned, none of its values arrives any more.
+/// dropped: once the call has returned, none of its values arrives any more, not even if a plug-in's own thread goes
+/// on sending some, of which the log tells once.
 ///
 /// **Threads.** All operations and all callbacks: the thread of the object, which is the application's main thread.
 /// The plug-in's read runs on the worker, one at a time. done() is emitted on the worker, so that a receiver on the
@@ -161,9 +162,10 @@ private:
     bool prepareRead(bool possible);
     int startThread(const char *operation, void *(*read)(void *));
     void finishThread();
+    void endRead();
+    static void queueEvent(const void *context, OrloInstrumentEvent *event);
+    static int queueMessage(const void *context, int kind, const char *source_unit, const char *function, char *text);
     void dispatchOrloInstrumentMessageEvent(const OrloInstrumentEvent &event);
-
-    static bool isAlive(const void *driver);
 
     static void *readSpotLabThread(void *driver);
     static void *readComboChartThread(void *driver);
@@ -171,11 +173,12 @@ private:
     static void *readSpotDensityThread(void *driver);
     static void *readLinearisationThread(void *driver);
 
-    static int processLabFromInstrument(void *driver, double L, double a, double b);
-    static int processDensityFromInstrument(void *driver, PATCHDENSITY *patches);
-    static int MessageOutputCallback(void *driver, int kind, const char *source_unit, const char *function,
+    // What plug-ins call, with a context that is looked up before it stands for a driver.
+    static int processLabFromInstrument(void *context, double L, double a, double b);
+    static int processDensityFromInstrument(void *context, PATCHDENSITY *patches);
+    static int MessageOutputCallback(void *context, int kind, const char *source_unit, const char *function,
                                      const char *format, ...);
-    static int MessageOutputCallbackNoQueue(void *driver, int kind, const char *source_unit, const char *function,
+    static int MessageOutputCallbackNoQueue(void *context, int kind, const char *source_unit, const char *function,
                                             const char *format, ...);
 
     OrloInstrumentRecord *record = nullptr; ///< Owned.
@@ -188,6 +191,7 @@ private:
     void *callback_context = nullptr;
     void *message_context = nullptr;
     // Everything from here to the queue is written while no worker runs.
+    void *read_context = nullptr;     ///< What the plug-in gets as context; null if no read was started.
     TAVICOMBOCOLOUR *chart = nullptr; ///< Owned.
     unsigned long chart_parameter = 0;
     unsigned long line_length = 16;

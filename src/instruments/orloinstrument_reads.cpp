@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Starting and stopping reads, and the worker threads.
 #include "instruments/orloinstrument.h"
+#include "instruments/orloinstrumentcontexts_p.h"
 #include "instruments/orloinstrumentevent_p.h"
 #include "instruments/orloinstrumentrecord_p.h"
 #include "tavilib/tavilog.h"
@@ -9,6 +10,7 @@
 #include <atomic>
 #include <pthread.h>
 #include <unistd.h>
+#include <utility>
 
 namespace {
 
@@ -37,6 +39,7 @@ void OrloInstrument::abort()
         while (loadWord(busy) != 0)
             sleep(1);
     }
+    endRead();
     lab_callback = nullptr;
     density_callback = nullptr;
     callback_context = nullptr;
@@ -60,16 +63,23 @@ bool OrloInstrument::prepareRead(bool possible)
 
 int OrloInstrument::startThread(const char *operation, void *(*read)(void *))
 {
+    read_context = OrloInstrumentContexts::instance().addRead(this);
     storeWord(busy, 1);
     pthread_t id = {};
     if (pthread_create(&id, nullptr, read, this) != 0) {
         TaviLogMessage("orloinstrument", operation, TAVILOG_PLUGIN, TAVILOG_FORM_TEXT, 1,
                        "Could not launch reading thread");
         storeWord(busy, 0);
+        endRead();
         return -1;
     }
     pthread_detach(id);
     return 0;
+}
+
+void OrloInstrument::endRead()
+{
+    OrloInstrumentContexts::instance().remove(std::exchange(read_context, nullptr));
 }
 
 void OrloInstrument::finishThread()
@@ -157,8 +167,8 @@ void *OrloInstrument::readSpotLabThread(void *driver)
     if (!self)
         return nullptr;
     if (const OrloInstrumentRecord *loaded = self->record; loaded && loaded->entry.ReadSpotLab)
-        loaded->entry.ReadSpotLab(loaded->handle, &self->abort_flag, processLabFromInstrument, self,
-                                  MessageOutputCallback, self);
+        loaded->entry.ReadSpotLab(loaded->handle, &self->abort_flag, processLabFromInstrument, self->read_context,
+                                  MessageOutputCallback, self->read_context);
     self->finishThread();
     return nullptr;
 }
@@ -170,8 +180,8 @@ void *OrloInstrument::readComboChartThread(void *driver)
         return nullptr;
     if (const OrloInstrumentRecord *loaded = self->record; loaded && loaded->entry.ReadComboColourChart)
         loaded->entry.ReadComboColourChart(loaded->handle, &self->abort_flag, self->chart, self->line_length,
-                                           self->chart_parameter, processLabFromInstrument, self,
-                                           MessageOutputCallback, self);
+                                           self->chart_parameter, processLabFromInstrument, self->read_context,
+                                           MessageOutputCallback, self->read_context);
     self->finishThread();
     return nullptr;
 }
@@ -186,7 +196,7 @@ void *OrloInstrument::printNReadComboChartThread(void *driver)
         const int result = loaded->entry.PrintNReadComboColourChart(
             loaded->handle, &self->abort_flag, self->comm_server, &self->print_setup, &self->media, &self->chart_key,
             self->chart, self->line_length, self->chart_parameter, self->print_parameter, processLabFromInstrument,
-            self, MessageOutputCallback, self);
+            self->read_context, MessageOutputCallback, self->read_context);
         self->emitDone(result);
     }
     self->finishThread();
@@ -200,7 +210,8 @@ void *OrloInstrument::readSpotDensityThread(void *driver)
         return nullptr;
     if (const OrloInstrumentRecord *loaded = self->record; loaded && loaded->entry.ReadSpotDensities)
         loaded->entry.ReadSpotDensities(loaded->handle, &self->abort_flag, self->density_standard, self->sep_type,
-                                        processDensityFromInstrument, self, MessageOutputCallback, self);
+                                        processDensityFromInstrument, self->read_context, MessageOutputCallback,
+                                        self->read_context);
     self->finishThread();
     return nullptr;
 }
@@ -213,7 +224,8 @@ void *OrloInstrument::readLinearisationThread(void *driver)
     if (const OrloInstrumentRecord *loaded = self->record; loaded && loaded->entry.ReadLinearisation)
         loaded->entry.ReadLinearisation(loaded->handle, &self->abort_flag, self->density_standard, self->steps,
                                         self->lut, self->first_separation, self->first_patch,
-                                        processDensityFromInstrument, self, MessageOutputCallback, self);
+                                        processDensityFromInstrument, self->read_context, MessageOutputCallback,
+                                        self->read_context);
     self->finishThread();
     return nullptr;
 }

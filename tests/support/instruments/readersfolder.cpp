@@ -28,15 +28,19 @@ ReadersFolder::~ReadersFolder()
 
 ScriptedPlugin *ReadersFolder::add(const QString &plugin, const QString &file_name)
 {
-    const QString target = path_ + "/" + file_name;
-    if (!QFile::copy(QStringLiteral(TEST_PLUGIN_FOLDER "/") + plugin + ".so", target))
-        qFatal("cannot copy the test plug-in %s", qPrintable(plugin));
-    void *library = TaviDllOpen(target.toUtf8().constData());
+    addUnloaded(QStringLiteral(TEST_PLUGIN_FOLDER "/") + plugin + ".so", file_name);
+    void *library = TaviDllOpen((path_ + "/" + file_name).toUtf8().constData());
     if (!library)
         qFatal("cannot load the test plug-in: %s", TaviDllError());
     held_.push_back(library);
     const auto state = reinterpret_cast<ScriptedPlugin *(*)()>(TaviDllGetProcAddress(library, "scripted_plugin"));
     return state();
+}
+
+void ReadersFolder::addUnloaded(const QString &shared_object, const QString &file_name)
+{
+    if (!QFile::copy(shared_object, path_ + "/" + file_name))
+        qFatal("cannot copy the plug-in %s", qPrintable(shared_object));
 }
 
 void ReadersFolder::addFile(const QString &file_name, const QByteArray &content)

@@ -23,6 +23,8 @@ public:
     /// Copies a built test plug-in in ("scripted", "scripted_without_Open") under @a file_name and returns its state,
     /// which stays as long as the folder.
     ScriptedPlugin *add(const QString &plugin, const QString &file_name);
+    /// Copies any shared object in and leaves it to others to load it.
+    void addUnloaded(const QString &shared_object, const QString &file_name);
     /// Writes a file of other content.
     void addFile(const QString &file_name, const QByteArray &content);
     /// The absolute path of the plug-in folder.
