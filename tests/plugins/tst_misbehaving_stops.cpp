@@ -100,12 +100,25 @@ private Q_SLOTS:
     {
         QTest::addColumn<LateCall>("call");
         QTest::addColumn<QString>("when");
-        const std::pair<const char *, LateCall> calls[] = {
-            {"colour", [](const ScriptedPlugin::Read &read) { read.sendLab(66, 6, 6); }},
-            {"end marker", [](const ScriptedPlugin::Read &read) { read.sendLab(-1, 0, 0); }},
-            {"no number", [](const ScriptedPlugin::Read &read) { read.sendLab(qQNaN(), 0, 0); }},
-            {"status", [](const ScriptedPlugin::Read &read) { read.say(0, "Read", "Error %s", "x"); }},
-            {"fault", [](const ScriptedPlugin::Read &read) { read.say(1, "Read", "Error %s", "x"); }}};
+        const std::pair<const char *, LateCall> calls[] = {{"colour",
+                                                            [](const ScriptedPlugin::Read &read) {
+                                                                read.sendLab(66, 6, 6);
+                                                            }},
+                                                           {"end marker",
+                                                            [](const ScriptedPlugin::Read &read) {
+                                                                read.sendLab(-1, 0, 0);
+                                                            }},
+                                                           {"no number",
+                                                            [](const ScriptedPlugin::Read &read) {
+                                                                read.sendLab(qQNaN(), 0, 0);
+                                                            }},
+                                                           {"status",
+                                                            [](const ScriptedPlugin::Read &read) {
+                                                                read.say(0, "Read", "Error %s", "x");
+                                                            }},
+                                                           {"fault", [](const ScriptedPlugin::Read &read) {
+                                                                read.say(1, "Read", "Error %s", "x");
+                                                            }}};
         for (const auto &[name, call] : calls) {
             for (const char *when : {"off", "on again", "next read", "gone"})
                 QTest::addRow("%s, %s", name, when) << call << QString(when);
@@ -167,7 +180,8 @@ private Q_SLOTS:
         QVERIFY(f.allIsAsBefore());
     }
 
-    /// A read that returns and leaves its values to a thread of the plug-in's: they are the read's until it is stopped.
+    /// A read that returns and leaves its values to a thread of the plug-in's: they are the read's until it is
+    /// stopped.
     void whatComesBeforeTheStopIsTheReads()
     {
         MisbehavingFixture f;
