@@ -5,7 +5,9 @@
 #include "tavilib/tavilib_export.h"
 #include "tavilib/tavirecords.h"
 
+#ifndef Q_MOC_RUN // Qt 5's meta-object compiler stops at this header of the C++ library
 #include <concepts>
+#endif
 
 /// @file
 /// Singly linked lists of records. A list is a pointer to its head, an empty list is null, and whoever holds the
