@@ -7,6 +7,7 @@
 
 #include <QGroupBox>
 #include <QLabel>
+#include <QTimer>
 #include <QVBoxLayout>
 
 #include <memory>
@@ -58,7 +59,8 @@ private:
         answerFileDialogs(true);
         spot_->enable();
         answerFileDialogs(false);
-        spot_->fireSpotLab(54.32, -36.91, -48.05);
+        // Behind what the reader still has to say.
+        QTimer::singleShot(100, this, [this] { spot_->fireSpotLab(54.32, -36.91, -48.05); });
     }
 
     std::unique_ptr<SpectroBuddy> spot_;

@@ -11,6 +11,7 @@
 #include "tavilib/tavilog.h"
 #include "tavilib/tavipacket.h"
 
+#include <QByteArray>
 #include <QPointer>
 
 #include <cstdio>
@@ -196,7 +197,7 @@ bool OrloInstrument::findEntryPoints()
         using Function = std::remove_reference_t<decltype(function)>;
         function = reinterpret_cast<Function>(TaviDllGetProcAddress(record->library, name));
         if (!function)
-            LogError(unit_name, "OrloInstrument::init", (std::string("Cannot get dll address for ") + name).c_str());
+            LogError(unit_name, "OrloInstrument::init", QByteArray("Cannot get dll address for ").append(name));
         return function != nullptr;
     };
     OrloInstrumentEntryPoints &entry = record->entry;

@@ -113,8 +113,11 @@ int TaviGetDirListIgnoringMacResources(TAVIDIRENTRY **list, const char *path, in
         return -1;
     *list = nullptr;
     const std::unique_ptr<DIR, int (*)(DIR *)> directory(opendir(path ? path : ""), closedir);
-    if (!directory)
-        return path && errno == ENOENT ? 0 : -1;
+    if (!directory) {
+        // ENOTDIR is also what a path below a plain file gives, which is not there.
+        struct stat status = {};
+        return path && stat(path, &status) != 0 && (errno == ENOENT || errno == ENOTDIR) ? 0 : -1;
+    }
 
     std::vector<TAVIDIRENTRY *> entries;
     while (const dirent *found = readdir(directory.get())) {
