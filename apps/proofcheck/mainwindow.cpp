@@ -66,9 +66,9 @@ MainWindow::MainWindow(TaviRegistry &registry) : registry_(registry)
     connect(buddy_.get(), &SpectroBuddy::spotLab, this, &MainWindow::takeSpot);
     connect(buddy_.get(), &SpectroBuddy::allLab, this, &MainWindow::takeSeries);
     connect(buddy_.get(), &SpectroBuddy::instrumentStatusChanged, this, &MainWindow::noteStatus);
-    connect(buddy_.get(), &SpectroBuddy::requestPrinterCommData, this, [this] {
-        note_label_->setText(tr("This instrument prints its charts; there is no print server here."));
-    });
+    const auto refuse_print = [this] { note_label_->setText(tr("There is no print server here.")); };
+    connect(buddy_.get(), &SpectroBuddy::requestPrinterCommData, this, refuse_print);
+    connect(buddy_.get(), &SpectroBuddy::printChart, this, refuse_print);
     former_chooser_ = setSpectroFileChooser(
         [this](const QString &title, const QString &filter) { return chooseFile(title, filter); });
     updateCounts();
@@ -228,7 +228,7 @@ void MainWindow::updateCounts()
 {
     count_label_->setText(patchCount(model_.rowCount()));
     if (received_ > 0 && since_on_.isValid()) {
-        const double seconds = std::max(0.001, static_cast<double>(since_on_.elapsed()) / 1000.0);
+        const double seconds = std::max(1e-6, static_cast<double>(since_on_.nsecsElapsed()) * 1e-9);
         const double rate = received_ / seconds;
         rate_label_->setText(tr("%1 patches/s").arg(rate, 0, 'f', rate < 10.0 ? 1 : 0));
     }
