@@ -66,7 +66,9 @@ MainWindow::MainWindow(TaviRegistry &registry) : registry_(registry)
     connect(buddy_.get(), &SpectroBuddy::spotLab, this, &MainWindow::takeSpot);
     connect(buddy_.get(), &SpectroBuddy::allLab, this, &MainWindow::takeSeries);
     connect(buddy_.get(), &SpectroBuddy::instrumentStatusChanged, this, &MainWindow::noteStatus);
-    const auto refuse_print = [this] { note_label_->setText(tr("There is no print server here.")); };
+    const auto refuse_print = [this] {
+        note_label_->setText(tr("There is no print server here."));
+    };
     connect(buddy_.get(), &SpectroBuddy::requestPrinterCommData, this, refuse_print);
     connect(buddy_.get(), &SpectroBuddy::printChart, this, refuse_print);
     former_chooser_ = setSpectroFileChooser(

@@ -121,12 +121,19 @@ public:
     int readLinearisation(unsigned long steps, DENSITYLUT *lut, unsigned long first_separation, long first_patch,
                           InstrumentDensityCallback callback, void *context);
 
-    /// What the loaded plug-in can do; all false in the state Empty.
+    // What the loaded plug-in can do; all false in the state Empty.
+
+    /// Whether it has readSpotLab().
     bool hasLab() const;
+    /// Whether it has readSpotDensity().
     bool hasDensity() const;
+    /// Whether it has readLinearisation().
     bool hasLinearisation() const;
+    /// Whether it has getLinearisationChart().
     bool hasLinChartGenerator() const;
+    /// Whether it reads strips (SPECTRO_FLAG_STRIPREADER).
     bool isStripReader() const;
+    /// Whether it prints what it measures (SPECTRO_FLAG_PRINTER).
     bool isPrinter() const;
 
     /// The name of the plug-in's own linearisation chart for a colour space; empty if it has none.

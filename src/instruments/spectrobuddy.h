@@ -73,6 +73,7 @@ public:
     /// Switches between spot and chart measurement; the instrument is closed if the mode is another than before.
     /// From a mode that is neither, every change leads to SPOT_MODE.
     void setMode(INSTRUMENT_MODE mode);
+    /// What is measured now.
     INSTRUMENT_MODE getMode() const { return mode; }
 
     /// Allows or forbids measuring. Forbidding turns the instrument off and keeps the button disabled.
@@ -105,13 +106,16 @@ public:
 
     /// Whether chart mode gathers colours to lines; false at first.
     void setBufferLineMeasurements(bool gather) { buffer_line = gather; }
+    /// Whether it is asked for.
     bool isBufferLineMeasurements() const { return buffer_line; }
     /// Whether colours are gathered until the end marker. Follows the chosen instrument (true for a file source)
     /// whenever the list of instruments is filled, which every change of the group's state brings about.
     void setBufferAllMeasurements(bool gather) { buffer_all = gather; }
+    /// Whether they are.
     bool isBufferAllMeasurements() const { return buffer_all; }
     /// Whether turning on in chart mode waits for setComboChart() before it reads; false at first.
     void setChartInitDelayed(bool delayed) { chart_init_delayed = delayed; }
+    /// Whether it does.
     bool isChartInitDelayed() const { return chart_init_delayed; }
 
     /// Whether the group is in chart mode. Speaks of the group's mode, not of the plug-in's capabilities.
