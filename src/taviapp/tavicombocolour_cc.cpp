@@ -22,6 +22,15 @@ TAVICOMBOCOLOUR_CC &TAVICOMBOCOLOUR_CC::operator=(const TAVICOMBOCOLOUR_CC &othe
     return *this;
 }
 
+TAVICOMBOCOLOUR_CC &TAVICOMBOCOLOUR_CC::operator=(TAVICOMBOCOLOUR_CC &&other) noexcept
+{
+    if (this != &other) {
+        patches_.freeAll(TAVIPACKET_COMBOCOLOUR);
+        patches_.moveFrom(other.patches_);
+    }
+    return *this;
+}
+
 TAVICOMBOCOLOUR_CC::~TAVICOMBOCOLOUR_CC()
 {
     patches_.freeAll(TAVIPACKET_COMBOCOLOUR);

@@ -15,6 +15,10 @@ public:
     explicit TAVICOMBOCOLOUR_CC(TAVICOMBOCOLOUR *list) : patches_(list) {}
     TAVICOMBOCOLOUR_CC(const TAVICOMBOCOLOUR_CC &other);
     TAVICOMBOCOLOUR_CC &operator=(const TAVICOMBOCOLOUR_CC &other);
+    /// Leaves @a other empty.
+    TAVICOMBOCOLOUR_CC(TAVICOMBOCOLOUR_CC &&other) noexcept = default;
+    /// Leaves @a other empty.
+    TAVICOMBOCOLOUR_CC &operator=(TAVICOMBOCOLOUR_CC &&other) noexcept;
     ~TAVICOMBOCOLOUR_CC();
 
     /// Appends one patch, which the list owns from now on. Null is ignored. O(1).

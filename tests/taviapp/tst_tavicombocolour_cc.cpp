@@ -127,6 +127,25 @@ private Q_SLOTS:
         QVERIFY(QByteArray(patch->name).endsWith(".00"));
     }
 
+    void movingLeavesTheSourceEmpty()
+    {
+        TAVICOMBOCOLOUR_CC list;
+        fill(list, 3);
+        const TAVICOMBOCOLOUR *head = list.head();
+        TAVICOMBOCOLOUR_CC moved(std::move(list));
+        QCOMPARE(moved.head(), head);
+        QCOMPARE(moved.count(), size_t(3));
+
+        TAVICOMBOCOLOUR_CC other;
+        fill(other, 2); // freed by the assignment
+        other = std::move(moved);
+        QCOMPARE(other.head(), head);
+        QCOMPARE(other.count(), size_t(3));
+        TAVICOMBOCOLOUR_CC &same = other;
+        other = std::move(same);
+        QCOMPARE(other.count(), size_t(3));
+    }
+
     void withoutMemoryThereIsNoPatch()
     {
         for (int number = 1; number <= 2; ++number) {
