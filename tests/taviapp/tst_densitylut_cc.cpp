@@ -80,7 +80,8 @@ private Q_SLOTS:
         QVERIFY(table.isSet());
         QCOMPARE(table.lut()->separation_count, 0U);
         QVERIFY(!table.lut()->bands);
-        const DENSITYLUT_CC copy(table);
+        DENSITYLUT_CC copy(table);
+        QVERIFY(copy.lut() != table.lut());
         QVERIFY(copy.isSet());
 
         const DENSITYLUT torn = {{}, 3, nullptr};

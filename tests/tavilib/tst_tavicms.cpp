@@ -164,6 +164,7 @@ private Q_SLOTS:
     {
         std::atomic<int> wrong{0};
         std::vector<std::thread> threads;
+        threads.reserve(4);
         const uint32_t expected = TAVICMSLabToDisplay(60, 20, -30);
         for (int i = 0; i < 4; ++i) {
             threads.emplace_back([&wrong, expected] {
