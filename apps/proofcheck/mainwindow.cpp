@@ -196,7 +196,8 @@ void MainWindow::takeSeries(TAVICOMBOCOLOUR *list)
     if (last_check_.skipped > 0)
         notes.prepend(last_check_.skippedText());
     note_label_->setText(notes.value(0));
-    note_label_->setToolTip(notes.join(QLatin1Char('\n')));
+    note_label_->setToolTip(QStringList(notes.mid(0, 20)).join(QLatin1Char('\n')));
+    last_check_ = {};
     Q_EMIT seriesEnded();
     // A file has nothing more to say. Not from inside its own delivery, which may have a rest to deliver.
     QTimer::singleShot(0, this, [this] {
@@ -243,7 +244,9 @@ void MainWindow::saveAs()
                                      tr("Tab-separated values (*.tsv);;All files (*)"));
     if (path.isEmpty())
         return;
-    const QString error = writeMeasuredFile(path, model_.patches());
+    const QFileInfo target(path);
+    const QString error = target.exists() && !target.isFile() ? tr("%1 is no regular file").arg(path)
+                                                              : writeMeasuredFile(path, model_.patches());
     if (error.isEmpty())
         note_label_->setText(tr("Saved %1").arg(path));
     else

@@ -47,8 +47,6 @@ public:
         file_to_measure_ = path;
         last_check_ = check;
     }
-    /// What was found out about the last measured file.
-    const InputCheck &lastCheck() const { return last_check_; }
 
     /// Asks for a file name and saves the list there.
     void saveAs();
