@@ -42,7 +42,9 @@ struct TAVIAPP_EXPORT CgatsReport {
 
     /// Records the refusal. The first one holds.
     void refuse(size_t line, std::string reason);
+    /// Notes that the file departs from the format at @a line, and how that was read.
     void assume(size_t line, std::string text) { note(assumptions, line, std::move(text)); }
+    /// Notes that what stands at @a line may be wrong.
     void doubt(size_t line, std::string text) { note(doubts, line, std::move(text)); }
 
 private:
