@@ -30,6 +30,7 @@ struct CgatsLimits {
 class TAVIAPP_EXPORT CgatsTable
 {
 public:
+    /// A keyword and its value, and the line it stands in.
     struct Keyword {
         std::string name;  ///< As the file writes it.
         std::string value; ///< Without quotes, in UTF-8; empty for a keyword alone on its line.

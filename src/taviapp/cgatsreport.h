@@ -18,7 +18,7 @@ struct CgatsNote {
 /// What reading a CGATS file came to: why it was refused, or what had to be assumed to read it and what looks wrong
 /// in it. A value; use each object on one thread.
 struct TAVIAPP_EXPORT CgatsReport {
-    /// As many notes of each kind are kept; the others are counted in #notes_left_out.
+    /// As many notes of each kind are kept; the others are counted in `notes_left_out`.
     static constexpr size_t maximum_notes = 1000;
 
     std::string path;           ///< The file as it was named; empty for text that came from no file.
