@@ -31,8 +31,8 @@ public:
     /// How many patches the list has. O(1).
     size_t count() const { return patches_.length(); }
 
-    /// A patch as every Lab measurement is kept: named by its values with two decimals, with a valid Lab triple
-    /// and 100 percent. Null if memory is out. The caller owns it.
+    /// A patch as every Lab measurement is kept: named by its values with two decimals and a decimal point in every
+    /// locale, with a valid Lab triple and 100 percent. Null if memory is out. The caller owns it.
     static TAVICOMBOCOLOUR *newMeasuredPatch(double L, double a, double b);
 
 private:

@@ -28,6 +28,8 @@ private Q_SLOTS:
     void nextTableEndsATableWithoutEndData();
     void rowsOverLinesMustComeToTheAnnouncedNumber();
     void rowsOverLinesMayBeCut();
+    void rowsOverLinesMayHoldQuotedWords_data();
+    void rowsOverLinesMayHoldQuotedWords();
     void commentedAndBlankLinesAreNoRows();
     void bareTableMayHaveMoreLinesThanAHeader();
     void atTheLimitIsRead_data();
@@ -319,6 +321,31 @@ void TestCgatsReader::rowsOverLinesMayBeCut()
     const CgatsFile file = parse(table("A B C D", "1 2\n3 4\n5 6\n"), report);
     QCOMPARE(cells(file.tables().front()), QString("1|2|3|4"));
     QCOMPARE(noteTexts(report.doubts), QStringList{"7: the row has 2 of 4 cells; it is left out"});
+}
+
+void TestCgatsReader::rowsOverLinesMayHoldQuotedWords_data()
+{
+    QTest::addColumn<QByteArray>("rows");
+    QTest::addColumn<QString>("expected");
+    for (const char *word :
+         {"BEGIN_DATA_FORMAT", "END_DATA_FORMAT", "BEGIN_DATA", "END_DATA", "NUMBER_OF_SETS", ".INCLUDE"}) {
+        const QByteArray quoted = QByteArray("\"") + word + "\"";
+        QTest::addRow("%s first", word) << quoted + " 2\n3 4\n" << QString("%1|2|3|4").arg(word);
+        QTest::addRow("%s later", word) << "1 2\n" + quoted + " 3\n" << QString("1|2|%1|3").arg(word);
+        QTest::addRow("%s not closed", word) << QByteArray("\"") + word + "\n2 3\n4\n"
+                                             << QString("%1|2|3|4").arg(word);
+        QTest::addRow("%s last", word) << "1 2\n3\n" + quoted + "\n" << QString("1|2|3|%1").arg(word);
+    }
+}
+
+void TestCgatsReader::rowsOverLinesMayHoldQuotedWords()
+{
+    QFETCH(QByteArray, rows);
+    QFETCH(QString, expected);
+    CgatsReport report;
+    const CgatsFile file = parse(table("SAMPLE_ID LAB_L LAB_A LAB_B", "1 50\n0 0\n" + rows.toStdString()), report);
+    QVERIFY2(!report.refused, report.refusalText().c_str());
+    QCOMPARE(cells(file.tables().front()), "1|50|0|0/" + expected);
 }
 
 void TestCgatsReader::commentedAndBlankLinesAreNoRows()

@@ -6,6 +6,7 @@
 #include "tests/taviapp/patchtext.h"
 
 #include <QDir>
+#include <QElapsedTimer>
 #include <QTemporaryDir>
 
 #include <cmath>
@@ -26,6 +27,8 @@ private Q_SLOTS:
     void displayColourIsThatOfTheLab();
     void deviceColumnsAreFoundByName_data();
     void deviceColumnsAreFoundByName();
+    void hostileInkNamesTakeNoMoreThanLinearTime_data();
+    void hostileInkNamesTakeNoMoreThanLinearTime();
     void referencePatchesAreMarked_data();
     void referencePatchesAreMarked();
     void publicFile_data();
@@ -186,6 +189,10 @@ void TestIso12642::deviceColumnsAreFoundByName_data()
     row("ACLR_1 ACLR_2 ACLR_3 ACLR_4 ACLR_5 ACLR_6 ACLR_7 ACLR_8 ACLR_9 ACLR_10", "10 inks");
     row("10CLR_1 10CLR_2 10CLR_3 10CLR_4 10CLR_5 10CLR_6 10CLR_7 10CLR_8 10CLR_9 10CLR_10", "10 inks");
     row("D_RED D_GREEN D_BLUE", "");
+    // The series that begins first counts, of equal names the first.
+    row("3CLR_3 2CLR_1 2CLR_2 3CLR_1 3CLR_2", "nclr 4 5 1");
+    row("3CLR_1 3CLR_2 2CLR_2 2CLR_1", "nclr 4 3");
+    row("2CLR_2 2CLR_2 2CLR_1 2CLR_1", "nclr 3 1");
 }
 
 void TestIso12642::deviceColumnsAreFoundByName()
@@ -208,6 +215,34 @@ void TestIso12642::deviceColumnsAreFoundByName()
         QCOMPARE(device, expected);
         QCOMPARE(noteTexts(report.doubts), QStringList());
     }
+}
+
+void TestIso12642::hostileInkNamesTakeNoMoreThanLinearTime_data()
+{
+    QTest::addColumn<QByteArray>("names");
+    QByteArray series;
+    for (int ink = 1; ink < 99; ++ink)
+        series += " 99CLR_" + QByteArray::number(ink);
+    QTest::newRow("one number") << QByteArray(" 99CLR_1").repeated(1020);
+    QTest::newRow("numbers but the last") << series.repeated(10);
+    QTest::newRow("one letter") << " CMYKXZ_X" + QByteArray(" CMYKXZ_C").repeated(1000);
+    const QByteArray letters = " CMYK" + QByteArray(2000, 'C');
+    QTest::newRow("many letters") << (letters + "_C").repeated(10);
+    QTest::newRow("many letters but the last") << (letters + "X_C").repeated(10);
+}
+
+void TestIso12642::hostileInkNamesTakeNoMoreThanLinearTime()
+{
+    QFETCH(QByteArray, names);
+    const int columns = names.count(' ');
+    const QByteArray table = "BEGIN_DATA_FORMAT\nSAMPLE_ID" + names + "\nEND_DATA_FORMAT\nBEGIN_DATA\n1"
+                             + QByteArray(" 1").repeated(columns) + "\nEND_DATA\n";
+    QElapsedTimer timer;
+    timer.start();
+    CgatsReport report;
+    readText(table.repeated(250), report);
+    // A reader that looks through the names for each column anew takes minutes for some of these.
+    QVERIFY2(timer.elapsed() < 10000, qPrintable(QString("%1 ms").arg(timer.elapsed())));
 }
 
 void TestIso12642::referencePatchesAreMarked_data()

@@ -3,6 +3,10 @@
 #include "tests/support/allocfailure.h"
 #include "tests/support/tavitest.h"
 
+#include <QProcess>
+#include <QTemporaryDir>
+
+#include <clocale>
 #include <limits>
 
 // That nothing is leaked or freed twice is seen by the address sanitizer.
@@ -97,6 +101,8 @@ private Q_SLOTS:
         QTest::newRow("negative zero") << 0.0 << -0.001 << 0.0 << QString("0.00, -0.00, 0.00");
         QTest::newRow("no number") << std::numeric_limits<double>::quiet_NaN() << 0.0 << 0.0
                                    << QString("nan, 0.00, 0.00");
+        const double infinity = std::numeric_limits<double>::infinity();
+        QTest::newRow("infinite") << infinity << -infinity << 0.0 << QString("inf, -inf, 0.00");
     }
     void aMeasuredPatchIsBuiltTheDocumentedWay()
     {
@@ -117,6 +123,24 @@ private Q_SLOTS:
         QCOMPARE(patch->tolerances, 0U);
         QCOMPARE(patch->device_count, 0U);
         QVERIFY(!patch->header.next);
+    }
+
+    /// With a window on the screen the C library writes numbers as the user's country does.
+    void theLocaleDoesNotMatter()
+    {
+        QTemporaryDir locales;
+        QProcess tool;
+        tool.start("localedef", {"-i", "de_DE", "-f", "UTF-8", locales.filePath("de_DE.UTF-8")});
+        QVERIFY(tool.waitForFinished());
+        qputenv("LOCPATH", locales.path().toUtf8());
+        const QByteArray former = std::setlocale(LC_NUMERIC, nullptr);
+        QVERIFY2(std::setlocale(LC_NUMERIC, "de_DE.UTF-8"), "package locales is missing");
+        const QByteArray comma = std::localeconv()->decimal_point;
+        const TAVICOMBOCOLOUR_CC patch(TAVICOMBOCOLOUR_CC::newMeasuredPatch(95.3, 0.5, -1234.25));
+        std::setlocale(LC_NUMERIC, former.constData());
+        qunsetenv("LOCPATH");
+        QCOMPARE(comma, QByteArray(","));
+        QCOMPARE(namesOf(patch.head()), QStringList("95.30, 0.50, -1234.25"));
     }
 
     void absurdValuesHaveLongNames()
