@@ -4,6 +4,7 @@
 #include "instruments/spectrobuddy.h"
 #include "proofcheck/measuredfile.h"
 #include "proofcheck/patchlistview.h"
+#include "proofcheck/schememenu.h"
 
 #include <QAction>
 #include <QFileDialog>
@@ -104,6 +105,7 @@ void MainWindow::buildMenus()
     });
     file->addSeparator();
     add(tr("&Quit"), "quit", QKeySequence::Quit, &MainWindow::close);
+    menuBar()->addMenu(new SchemeMenu(registry_, *this));
 
     const auto enable = [this, save, clear] {
         save->setEnabled(model_.rowCount() > 0);

@@ -23,7 +23,7 @@ outermost() {
             s/[^A-Za-z0-9_].*//' | sort -u
 }
 
-for library in Tavilib taviapp taviwidgets; do
+for library in Tavilib taviapp taviqt3 taviwidgets; do
     file=$libdir/lib$library.so
     soname=$(readelf -d "$file" | sed -n 's/.*(SONAME).*\[\(.*\)\]/\1/p')
     if [[ $soname != "lib$library.so.$major" ]]; then
