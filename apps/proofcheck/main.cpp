@@ -90,6 +90,7 @@ int main(int argc, char **argv)
     TaviRegistry registry(settingsPath(options).toStdString());
     MainWindow window(registry);
     window.restoreInstrument();
+    window.restorePlace();
     window.show();
     return QApplication::exec();
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "proofcheck/mainwindow.h"
 
+#include "foundation/taviwidgetutil.h"
 #include "instruments/spectrobuddy.h"
 #include "proofcheck/measuredfile.h"
 #include "proofcheck/patchlistview.h"
@@ -119,6 +120,11 @@ void MainWindow::buildMenus()
 void MainWindow::restoreInstrument()
 {
     buddy_->loadRegistry(registry_, settings_section, instrument_key);
+}
+
+void MainWindow::restorePlace()
+{
+    TaviWidgetUtil::restoreSizeFromRegistry(this, &registry_, settings_section, true, false);
 }
 
 QString MainWindow::chooseFile(const QString &title, const QString &filter)
@@ -259,5 +265,6 @@ void MainWindow::closeEvent(QCloseEvent *event)
 {
     buddy_->disable();
     buddy_->saveRegistry(registry_, settings_section, instrument_key);
+    TaviWidgetUtil::saveSizeToRegistry(this, &registry_, settings_section);
     QMainWindow::closeEvent(event);
 }
