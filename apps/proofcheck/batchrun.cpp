@@ -3,12 +3,14 @@
 
 #include "instruments/spectrobuddy.h"
 #include "proofcheck/measuredfile.h"
+#include "proofcheck/standarderror.h"
 #include "tavilib/tavilist.h"
 
 #include <QEventLoop>
 #include <QFileInfo>
 #include <QGroupBox>
 #include <QLineEdit>
+#include <QSaveFile>
 
 #include <cstdio>
 #include <unistd.h>
@@ -20,11 +22,11 @@ BatchRun::BatchRun(const Options &options) : options_(options), window_(registry
     silence_.setSingleShot(true);
     silence_.setInterval(options_.timeout_s * 1000);
     connect(&silence_, &QTimer::timeout, this, [this] {
-        end(InstrumentFailed, QStringLiteral("%1: nothing came for %2 s; %3 of %4 patches had come")
-                                  .arg(options_.instrument)
-                                  .arg(options_.timeout_s)
-                                  .arg(window_.model().rowCount())
-                                  .arg(check_.measurements));
+        end(InstrumentFailed, options_.instrument
+                                  + QStringLiteral(": nothing came for %1 s; %2 of %3 patches had come")
+                                        .arg(options_.timeout_s)
+                                        .arg(window_.model().rowCount())
+                                        .arg(check_.measurements));
     });
     // A text of the instrument is a sign of life, too.
     if (const auto *messages = window_.instrumentBox()->findChild<QLineEdit *>())
@@ -68,9 +70,8 @@ bool BatchRun::prepare()
                           .arg(options_.instrument, names.join(QStringLiteral(", "))));
         return false;
     }
-    const QFileInfo out(options_.out);
-    if (out.isDir() || !QFileInfo(out.absolutePath()).isWritable()) {
-        end(Unusable, QStringLiteral("%1: cannot be written").arg(options_.out));
+    if (const QString error = targetError(); !error.isEmpty()) {
+        end(Unusable, error);
         return false;
     }
     if ((info->flags & (SPECTRO_FLAG_SPOTLAB | SPECTRO_FLAG_CHART)) == 0) {
@@ -86,6 +87,29 @@ bool BatchRun::prepare()
     return true;
 }
 
+QString BatchRun::targetError() const
+{
+    for (const QString &path : {options_.out, options_.screenshot}) {
+        const QFileInfo target(path);
+        const QFileInfo folder(target.absolutePath());
+        // A device or a pipe would be replaced by a file.
+        if (!path.isEmpty() && ((target.exists() && !target.isFile()) || !folder.isDir() || !folder.isWritable()))
+            return path + QStringLiteral(": cannot be written");
+    }
+    const auto same = [](const QString &a, const QString &b) {
+        const QFileInfo first(a);
+        const QFileInfo second(b);
+        return !a.isEmpty() && !b.isEmpty()
+               && (first.absoluteFilePath() == second.absoluteFilePath()
+                   || (first.exists() && first.canonicalFilePath() == second.canonicalFilePath()));
+    };
+    if (same(options_.out, options_.measure) || same(options_.screenshot, options_.measure))
+        return options_.measure + QStringLiteral(": is to be measured and to be written");
+    if (same(options_.out, options_.screenshot))
+        return options_.out + QStringLiteral(": is named for the list and for the picture");
+    return {};
+}
+
 bool BatchRun::prepareFile(const QString &dll_filename)
 {
     check_ = checkInputFor(dll_filename, options_.measure);
@@ -93,10 +117,6 @@ bool BatchRun::prepareFile(const QString &dll_filename)
         end(Unusable, check_.error);
         return false;
     }
-    for (const QString &warning : std::as_const(check_.warnings))
-        say(warning);
-    if (check_.skipped > 0)
-        say(options_.measure + QStringLiteral(": ") + check_.skippedText());
     window_.setFileToMeasure(options_.measure, check_);
     return true;
 }
@@ -120,12 +140,12 @@ void BatchRun::start()
         window_.show();
     silence_.start();
     if (window_.buddy().enable() != 0) {
-        end(InstrumentFailed, QStringLiteral("%1: cannot be turned on").arg(options_.instrument));
+        end(InstrumentFailed, options_.instrument + QStringLiteral(": cannot be turned on"));
         return;
     }
     if (window_.buddy().isPrinter())
         end(InstrumentFailed,
-            QStringLiteral("%1: it prints what it measures, and there is no print server").arg(options_.instrument));
+            options_.instrument + QStringLiteral(": it prints what it measures, and there is no print server"));
 }
 
 void BatchRun::noteArrival(int received)
@@ -144,28 +164,32 @@ void BatchRun::noteSeriesEnd()
     // A file may hold end markers of its own; an instrument ends its chart with one.
     if (ended_ || is_file_source_)
         return;
-    end(InstrumentFailed, QStringLiteral("%1: it has read %2 of the %3 patches of %4")
-                              .arg(options_.instrument)
-                              .arg(window_.model().rowCount())
-                              .arg(check_.measurements)
-                              .arg(options_.measure));
+    end(InstrumentFailed, options_.instrument
+                              + QStringLiteral(": it has read %1 of the %2 patches of ")
+                                    .arg(window_.model().rowCount())
+                                    .arg(check_.measurements)
+                              + options_.measure);
 }
 
 void BatchRun::complete()
 {
     silence_.stop();
+    // Both files or none: the picture is complete before the list is written, and takes its place behind it.
+    QSaveFile picture(options_.screenshot);
     if (!options_.screenshot.isEmpty()) {
         // As the user would see it, the instrument turned off.
         window_.buddy().disable();
         QEventLoop settle;
         QTimer::singleShot(200, &settle, &QEventLoop::quit);
         settle.exec();
-        if (!window_.grab().save(options_.screenshot)) {
-            end(Unusable, QStringLiteral("%1: cannot be written").arg(options_.screenshot));
+        if (!picture.open(QIODevice::WriteOnly) || !window_.grab().save(&picture, "PNG")) {
+            end(Unusable, options_.screenshot + QStringLiteral(": ") + picture.errorString());
             return;
         }
     }
-    const QString error = writeMeasuredFile(options_.out, window_.model().patches());
+    QString error = writeMeasuredFile(options_.out, window_.model().patches());
+    if (error.isEmpty() && picture.isOpen() && !picture.commit())
+        error = options_.screenshot + QStringLiteral(": ") + picture.errorString();
     end(error.isEmpty() ? Measured : Unusable, error);
 }
 
@@ -179,18 +203,29 @@ void BatchRun::end(Status status, const QString &message)
     if (::isatty(STDERR_FILENO) && window_.model().rowCount() > 0)
         std::fputc('\n', stderr);
     const QStringList faults = log_.takeTexts();
-    if (!message.isEmpty())
-        say(faults.isEmpty() || status == Unusable
-                ? message
-                : message + QStringLiteral(": ") + faults.join(QStringLiteral("; ")));
+    if (status == Measured)
+        sayAll(notes() + faults);
+    else if (status == Unusable || faults.isEmpty())
+        sayLine(message);
     else
-        for (const QString &fault : faults)
-            say(fault);
+        sayLine(message + QStringLiteral(": ") + faults.join(QStringLiteral("; ")));
     window_.buddy().disable();
     loop_->quit();
 }
 
-void BatchRun::say(const QString &line) const
+QStringList BatchRun::notes() const
 {
-    std::fprintf(stderr, "proofcheck: %s\n", line.toLocal8Bit().constData());
+    QStringList lines = check_.warnings;
+    if (check_.skipped > 0)
+        lines.append(options_.measure + QStringLiteral(": ") + check_.skippedText());
+    return lines;
+}
+
+void BatchRun::sayAll(const QStringList &lines) const
+{
+    constexpr int most = 10;
+    for (const QString &line : lines.mid(0, most))
+        sayLine(line);
+    if (lines.size() > most)
+        sayLine(QStringLiteral("%1 more remarks like these").arg(lines.size() - most));
 }

@@ -36,7 +36,11 @@ private:
     void noteSeriesEnd();
     void complete();
     void end(Status status, const QString &message = {});
-    void say(const QString &line) const;
+    /// Why one of the files that are to be written cannot be; empty if all can.
+    QString targetError() const;
+    /// What was found out about the measured file.
+    QStringList notes() const;
+    void sayAll(const QStringList &lines) const;
 
     const Options options_;
     LogCollector log_;

@@ -3,12 +3,14 @@
 #include "proofcheck/batchrun.h"
 #include "proofcheck/mainwindow.h"
 #include "proofcheck/options.h"
+#include "proofcheck/standarderror.h"
 
 #include <QApplication>
 #include <QDir>
 #include <QFileInfo>
 #include <QStandardPaths>
 
+#include <algorithm>
 #include <cstdio>
 
 namespace {
@@ -45,7 +47,7 @@ void keepQtQuiet()
 {
     qInstallMessageHandler([](QtMsgType type, const QMessageLogContext &, const QString &text) {
         if (type == QtFatalMsg || type == QtCriticalMsg)
-            std::fprintf(stderr, "proofcheck: %s\n", text.toLocal8Bit().constData());
+            sayLine(text);
     });
 }
 
@@ -59,7 +61,10 @@ int main(int argc, char **argv)
     QStringList arguments;
     for (int i = 1; i < argc; ++i)
         arguments.append(QString::fromLocal8Bit(argv[i]));
-    if (arguments.contains("--batch") || arguments.contains("--help") || arguments.contains("--version")) {
+    const bool wants_window = std::none_of(arguments.begin(), arguments.end(), [](const QString &argument) {
+        return argument.startsWith("--batch") || argument.startsWith("--help") || argument.startsWith("--version");
+    });
+    if (!wants_window) {
         chooseHeadlessPlatform();
         keepQtQuiet();
     }
@@ -75,7 +80,7 @@ int main(int argc, char **argv)
         return 0;
     }
     if (!options.error.isEmpty()) {
-        std::fprintf(stderr, "proofcheck: %s\n", options.error.toLocal8Bit().constData());
+        sayLine(options.error);
         return BatchRun::Unusable;
     }
     goToInstruments();
@@ -85,6 +90,7 @@ int main(int argc, char **argv)
     TaviRegistry registry(settingsPath(options).toStdString());
     MainWindow window(registry);
     window.restoreInstrument();
+    window.restorePlace();
     window.show();
     return QApplication::exec();
 }

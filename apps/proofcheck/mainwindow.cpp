@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "proofcheck/mainwindow.h"
 
+#include "foundation/taviwidgetutil.h"
 #include "instruments/spectrobuddy.h"
 #include "proofcheck/measuredfile.h"
 #include "proofcheck/patchlistview.h"
+#include "proofcheck/schememenu.h"
 
 #include <QAction>
 #include <QFileDialog>
@@ -66,9 +68,11 @@ MainWindow::MainWindow(TaviRegistry &registry) : registry_(registry)
     connect(buddy_.get(), &SpectroBuddy::spotLab, this, &MainWindow::takeSpot);
     connect(buddy_.get(), &SpectroBuddy::allLab, this, &MainWindow::takeSeries);
     connect(buddy_.get(), &SpectroBuddy::instrumentStatusChanged, this, &MainWindow::noteStatus);
-    connect(buddy_.get(), &SpectroBuddy::requestPrinterCommData, this, [this] {
-        note_label_->setText(tr("This instrument prints its charts; there is no print server here."));
-    });
+    const auto refuse_print = [this] {
+        note_label_->setText(tr("There is no print server here."));
+    };
+    connect(buddy_.get(), &SpectroBuddy::requestPrinterCommData, this, refuse_print);
+    connect(buddy_.get(), &SpectroBuddy::printChart, this, refuse_print);
     former_chooser_ = setSpectroFileChooser(
         [this](const QString &title, const QString &filter) { return chooseFile(title, filter); });
     updateCounts();
@@ -102,6 +106,7 @@ void MainWindow::buildMenus()
     });
     file->addSeparator();
     add(tr("&Quit"), "quit", QKeySequence::Quit, &MainWindow::close);
+    menuBar()->addMenu(new SchemeMenu(registry_, *this));
 
     const auto enable = [this, save, clear] {
         save->setEnabled(model_.rowCount() > 0);
@@ -115,6 +120,11 @@ void MainWindow::buildMenus()
 void MainWindow::restoreInstrument()
 {
     buddy_->loadRegistry(registry_, settings_section, instrument_key);
+}
+
+void MainWindow::restorePlace()
+{
+    TaviWidgetUtil::restoreSizeFromRegistry(this, &registry_, settings_section, true, false);
 }
 
 QString MainWindow::chooseFile(const QString &title, const QString &filter)
@@ -194,7 +204,8 @@ void MainWindow::takeSeries(TAVICOMBOCOLOUR *list)
     if (last_check_.skipped > 0)
         notes.prepend(last_check_.skippedText());
     note_label_->setText(notes.value(0));
-    note_label_->setToolTip(notes.join(QLatin1Char('\n')));
+    note_label_->setToolTip(QStringList(notes.mid(0, 20)).join(QLatin1Char('\n')));
+    last_check_ = {};
     Q_EMIT seriesEnded();
     // A file has nothing more to say. Not from inside its own delivery, which may have a rest to deliver.
     QTimer::singleShot(0, this, [this] {
@@ -228,7 +239,7 @@ void MainWindow::updateCounts()
 {
     count_label_->setText(patchCount(model_.rowCount()));
     if (received_ > 0 && since_on_.isValid()) {
-        const double seconds = std::max(0.001, static_cast<double>(since_on_.elapsed()) / 1000.0);
+        const double seconds = std::max(1e-6, static_cast<double>(since_on_.nsecsElapsed()) * 1e-9);
         const double rate = received_ / seconds;
         rate_label_->setText(tr("%1 patches/s").arg(rate, 0, 'f', rate < 10.0 ? 1 : 0));
     }
@@ -241,7 +252,9 @@ void MainWindow::saveAs()
                                      tr("Tab-separated values (*.tsv);;All files (*)"));
     if (path.isEmpty())
         return;
-    const QString error = writeMeasuredFile(path, model_.patches());
+    const QFileInfo target(path);
+    const QString error = target.exists() && !target.isFile() ? tr("%1 is no regular file").arg(path)
+                                                              : writeMeasuredFile(path, model_.patches());
     if (error.isEmpty())
         note_label_->setText(tr("Saved %1").arg(path));
     else
@@ -252,5 +265,6 @@ void MainWindow::closeEvent(QCloseEvent *event)
 {
     buddy_->disable();
     buddy_->saveRegistry(registry_, settings_section, instrument_key);
+    TaviWidgetUtil::saveSizeToRegistry(this, &registry_, settings_section);
     QMainWindow::closeEvent(event);
 }

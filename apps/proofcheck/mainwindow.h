@@ -25,7 +25,7 @@ class MainWindow : public QMainWindow
     Q_OBJECT
 
 public:
-    /// Keeps the choice of instrument in @a registry, which outlives the window.
+    /// Keeps the choice of instrument and the window's place in @a registry, which outlives the window.
     explicit MainWindow(TaviRegistry &registry);
     ~MainWindow() override;
 
@@ -35,6 +35,9 @@ public:
 
     /// Chooses the instrument kept in the registry.
     void restoreInstrument();
+    /// Goes where the window was when it was last closed, with the size that it had; centred the first time. To be
+    /// called before it is shown.
+    void restorePlace();
     /// Measures @a chart from now on; its patch names are given to the colours that come. An empty chart goes back to
     /// single colours.
     void setChart(TAVICOMBOCOLOUR_CC chart, const QString &file_name);
@@ -47,8 +50,6 @@ public:
         file_to_measure_ = path;
         last_check_ = check;
     }
-    /// What was found out about the last measured file.
-    const InputCheck &lastCheck() const { return last_check_; }
 
     /// Asks for a file name and saves the list there.
     void saveAs();

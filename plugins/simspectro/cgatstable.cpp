@@ -9,6 +9,10 @@
 #include <cstring>
 #include <memory>
 
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
 namespace simspectro {
 
 namespace {
@@ -70,7 +74,16 @@ std::string upper(std::string_view text)
 
 std::optional<CgatsTable> CgatsTable::read(const std::string &path, std::string &fault)
 {
-    const std::unique_ptr<FILE, int (*)(FILE *)> file(std::fopen(path.c_str(), "rb"), std::fclose);
+    // Without O_NONBLOCK opening a pipe waits for a writer. Of a regular file it changes nothing.
+    const int descriptor = open(path.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
+    struct stat status = {};
+    if (descriptor >= 0 && fstat(descriptor, &status) == 0 && !S_ISREG(status.st_mode) && !S_ISDIR(status.st_mode)) {
+        close(descriptor);
+        fault = path + ": it is no regular file";
+        return std::nullopt;
+    }
+    const std::unique_ptr<FILE, int (*)(FILE *)> file(descriptor >= 0 ? fdopen(descriptor, "rb") : nullptr,
+                                                      std::fclose);
     std::string content;
     bool failed = !file;
     while (!failed && content.size() <= max_file_size) {

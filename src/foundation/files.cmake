@@ -1,3 +1,18 @@
 # SPDX-License-Identifier: MIT
 list(APPEND TAVIWIDGETS_HEADERS
+    foundation/colorscheme.h
+    foundation/taviscreens.h
+    foundation/taviwidgetutil.h
     foundation/workereventqueue.h)
+list(APPEND TAVIWIDGETS_SOURCES
+    foundation/colorscheme.cpp
+    foundation/colorschememath.cpp
+    foundation/colorschememath_p.h
+    foundation/splitterwidths.cpp
+    foundation/splitterwidths_p.h
+    foundation/taviscreens.cpp
+    foundation/taviwidgetutil.cpp
+    foundation/taviwidgetutil_geometry.cpp
+    foundation/windowgeometry.cpp
+    foundation/windowgeometry_p.h
+    ${PROJECT_SOURCE_DIR}/resources/tavi.qrc)

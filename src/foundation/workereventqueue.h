@@ -100,6 +100,9 @@ public:
         freeAll(posted);
     }
 
+    /// Whether a drain is under way.
+    bool isDispatching() const { return dispatching_; }
+
     /// How many records wait.
     size_t length() const
     {

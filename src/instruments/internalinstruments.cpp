@@ -14,57 +14,58 @@ struct InternalInstrument {
     OrloInstrumentEntryPoints entry;
 };
 
-// In the order in which they join the list. The text readers all have the linearisation and spot density entries,
-// announced by their flags or not: a group that holds one of them already may use them.
-const InternalInstrument internal_instruments[] = {
-    {spectro_fromfile_cmykorder_SpectrophotometerGetInfoDensityOnly,
-     "tabdelimitedcmyk.orloinstrument",
-     {.Open = spectro_fromfile_SpectrophotometerOpen,
-      .Close = spectro_fromfile_SpectrophotometerClose,
-      .GetLinChartNames = nullptr,
-      .ReadLinearisation = spectro_fromfile_cmykorder_SpectrophotometerReadLinearisation,
-      .ReadSpotDensities = spectro_fromfile_cmykorder_SpectrophotometerReadSpotDensities,
-      .ReadSpotLab = spectro_fromfile_SpectrophotometerReadSpotLab,
-      .ReadComboColourChart = nullptr,
-      .PrintNReadComboColourChart = nullptr,
-      .GetLinChart = spectro_fromfile_SpectrophotometerGetLinChart,
-      .GetComboColourChart = nullptr}},
-    {spectro_fromfile_kcmyorder_SpectrophotometerGetInfoDensityOnly,
-     "tabdelimitedkcmy.orloinstrument",
-     {.Open = spectro_fromfile_SpectrophotometerOpen,
-      .Close = spectro_fromfile_SpectrophotometerClose,
-      .GetLinChartNames = nullptr,
-      .ReadLinearisation = spectro_fromfile_kcmyorder_SpectrophotometerReadLinearisation,
-      .ReadSpotDensities = spectro_fromfile_kcmyorder_SpectrophotometerReadSpotDensities,
-      .ReadSpotLab = spectro_fromfile_SpectrophotometerReadSpotLab,
-      .ReadComboColourChart = nullptr,
-      .PrintNReadComboColourChart = nullptr,
-      .GetLinChart = spectro_fromfile_SpectrophotometerGetLinChart,
-      .GetComboColourChart = nullptr}},
-    {spectro_fromfile_SpectrophotometerGetInfoLabOnly,
-     "tabdelimitedlab.orloinstrument",
-     {.Open = spectro_fromfile_SpectrophotometerOpen,
-      .Close = spectro_fromfile_SpectrophotometerClose,
-      .GetLinChartNames = nullptr,
-      .ReadLinearisation = spectro_fromfile_cmykorder_SpectrophotometerReadLinearisation,
-      .ReadSpotDensities = spectro_fromfile_cmykorder_SpectrophotometerReadSpotDensities,
-      .ReadSpotLab = spectro_fromfile_SpectrophotometerReadSpotLab,
-      .ReadComboColourChart = spectro_fromfile_SpectrophotometerReadComboColourChart,
-      .PrintNReadComboColourChart = nullptr,
-      .GetLinChart = nullptr,
-      .GetComboColourChart = spectro_fromfile_SpectrophotometerGetComboColourChart}},
-    {spectro_fromCGATS_SpectrophotometerGetInfo,
-     "cgatslab.orloinstrument",
-     {.Open = spectro_fromCGATS_SpectrophotometerOpen,
-      .Close = spectro_fromCGATS_SpectrophotometerClose,
-      .GetLinChartNames = nullptr,
-      .ReadLinearisation = nullptr,
-      .ReadSpotDensities = nullptr,
-      .ReadSpotLab = spectro_fromCGATS_SpectrophotometerReadSpotLab,
-      .ReadComboColourChart = spectro_fromCGATS_SpectrophotometerReadComboColourChart,
-      .PrintNReadComboColourChart = nullptr,
-      .GetLinChart = nullptr,
-      .GetComboColourChart = spectro_fromCGATS_SpectrophotometerGetComboColourChart}},
+/// What all text readers have. Linearisation and spot densities are theirs whether their flags announce them or not:
+/// a group that holds one of them already may use them.
+constexpr OrloInstrumentEntryPoints textReader(SpectrophotometerReadLinearisationFunction read_linearisation,
+                                               SpectrophotometerReadSpotDensitiesFunction read_spot_densities)
+{
+    OrloInstrumentEntryPoints entry = {};
+    entry.Open = spectro_fromfile_SpectrophotometerOpen;
+    entry.Close = spectro_fromfile_SpectrophotometerClose;
+    entry.ReadLinearisation = read_linearisation;
+    entry.ReadSpotDensities = read_spot_densities;
+    entry.ReadSpotLab = spectro_fromfile_SpectrophotometerReadSpotLab;
+    return entry;
+}
+
+constexpr OrloInstrumentEntryPoints densityReader(SpectrophotometerReadLinearisationFunction read_linearisation,
+                                                  SpectrophotometerReadSpotDensitiesFunction read_spot_densities)
+{
+    OrloInstrumentEntryPoints entry = textReader(read_linearisation, read_spot_densities);
+    entry.GetLinChart = spectro_fromfile_SpectrophotometerGetLinChart;
+    return entry;
+}
+
+constexpr OrloInstrumentEntryPoints labReader()
+{
+    OrloInstrumentEntryPoints entry = textReader(spectro_fromfile_cmykorder_SpectrophotometerReadLinearisation,
+                                                 spectro_fromfile_cmykorder_SpectrophotometerReadSpotDensities);
+    entry.ReadComboColourChart = spectro_fromfile_SpectrophotometerReadComboColourChart;
+    entry.GetComboColourChart = spectro_fromfile_SpectrophotometerGetComboColourChart;
+    return entry;
+}
+
+constexpr OrloInstrumentEntryPoints cgatsReader()
+{
+    OrloInstrumentEntryPoints entry = {};
+    entry.Open = spectro_fromCGATS_SpectrophotometerOpen;
+    entry.Close = spectro_fromCGATS_SpectrophotometerClose;
+    entry.ReadSpotLab = spectro_fromCGATS_SpectrophotometerReadSpotLab;
+    entry.ReadComboColourChart = spectro_fromCGATS_SpectrophotometerReadComboColourChart;
+    entry.GetComboColourChart = spectro_fromCGATS_SpectrophotometerGetComboColourChart;
+    return entry;
+}
+
+// In the order in which they join the list.
+constexpr InternalInstrument internal_instruments[] = {
+    {spectro_fromfile_cmykorder_SpectrophotometerGetInfoDensityOnly, "tabdelimitedcmyk.orloinstrument",
+     densityReader(spectro_fromfile_cmykorder_SpectrophotometerReadLinearisation,
+                   spectro_fromfile_cmykorder_SpectrophotometerReadSpotDensities)},
+    {spectro_fromfile_kcmyorder_SpectrophotometerGetInfoDensityOnly, "tabdelimitedkcmy.orloinstrument",
+     densityReader(spectro_fromfile_kcmyorder_SpectrophotometerReadLinearisation,
+                   spectro_fromfile_kcmyorder_SpectrophotometerReadSpotDensities)},
+    {spectro_fromfile_SpectrophotometerGetInfoLabOnly, "tabdelimitedlab.orloinstrument", labReader()},
+    {spectro_fromCGATS_SpectrophotometerGetInfo, "cgatslab.orloinstrument", cgatsReader()},
 };
 
 } // namespace

@@ -12,6 +12,7 @@
 #include "tavilib/tavilog.h"
 #include "tavilib/tavipacket.h"
 
+#include <QByteArray>
 #include <QPointer>
 
 #include <cstdio>
@@ -106,7 +107,7 @@ bool OrloInstrument::enabled() const
 
 int OrloInstrument::init(SPECTROPHOTOMETERINFO const *info, bool open_device)
 {
-    if (!info)
+    if (!info || is_tearing_down)
         return -1;
     // Copied before anything is torn down: the caller may hand in the record that this driver holds.
     SPECTROPHOTOMETERINFO *copy = DuplicatePacketItem(TAVIPACKET_SPECTROPHOTOMETERINFO, info);
@@ -182,11 +183,8 @@ bool OrloInstrument::findEntryPoints()
     const auto find = [this](auto &function, const char *name) {
         using Function = std::remove_reference_t<decltype(function)>;
         function = reinterpret_cast<Function>(TaviDllGetProcAddress(record->library, name));
-        if (!function) {
-            std::string text = "Cannot get dll address for ";
-            text += name; // operator+ makes the optimising compiler warn of bounds that are kept
-            LogError(unit_name, "OrloInstrument::init", text.c_str());
-        }
+        if (!function)
+            LogError(unit_name, "OrloInstrument::init", QByteArray("Cannot get dll address for ").append(name));
         return function != nullptr;
     };
     OrloInstrumentEntryPoints &entry = record->entry;
@@ -222,8 +220,13 @@ void OrloInstrument::tearDown()
     // Taken out first, so that a text of the plug-in's Close that asks this driver something finds it Empty.
     OrloInstrumentRecord *old = std::exchange(record, nullptr);
     ++teardowns;
-    if (old->handle)
+    if (old->handle) {
+        const QPointer<OrloInstrument> self(this);
+        is_tearing_down = true;
         old->entry.Close(old->handle, MessageOutputCallbackNoQueue, this);
+        if (self)
+            is_tearing_down = false;
+    }
     TaviDllClose(old->library);
     TaviPacketFreeItem(old->info, TAVIPACKET_SPECTROPHOTOMETERINFO);
     std::free(old);
@@ -297,6 +300,11 @@ int OrloInstrument::getComboColourChart(TAVICOMBOCOLOUR const *patches, unsigned
 std::string OrloInstrument::dllFilename() const
 {
     return record && record->info && record->info->dll_filename ? record->info->dll_filename : std::string();
+}
+
+bool OrloInstrument::hasUndelivered() const
+{
+    return event_queue->isDispatching() || event_queue->length() > 0;
 }
 
 void OrloInstrument::emitDone(int result)

@@ -48,11 +48,12 @@ struct OrloInstrumentRecord;
 ///
 /// **Threads.** All operations and all callbacks: the thread of the object, which is the application's main thread.
 /// The plug-in's read runs on the worker, one at a time. done() is emitted on the worker, so that a receiver on the
-/// main thread gets it as a queued call.
+/// main thread gets it as a queued call; it may come ahead of values that are still queued (hasUndelivered()). A slot
+/// that is connected directly must not call the driver: stopping the read would wait for its own thread.
 ///
 /// **Re-entry.** A callback may call any operation, spin an event loop, and destroy the driver; so may anything that
 /// runs while a plug-in's Open shows a dialog. An open() during which the driver was closed, given another plug-in or
-/// destroyed ends with -1.
+/// destroyed ends with -1. An open() or load() from inside the driver's own closing is refused with -1.
 ///
 /// **Events.** The driver answers its own custom event (type 1000) and no other: event() gives false for the rest
 /// without asking QObject, so that timers, queued calls to the driver and deleteLater() have no effect on it. Hold it
@@ -115,19 +116,26 @@ public:
                              const TAVIKEY_ELEMENT &chart_key, TAVICOMBOCOLOUR *chart, unsigned long line_length,
                              unsigned long chart_parameter, unsigned long print_parameter,
                              InstrumentLabCallback callback, void *context);
-    /// Reads spot densities. @a sep_type stays the caller's, outlives the read and may change meanwhile: the next
-    /// reading sees it.
+    /// Reads spot densities. @a sep_type (not null) stays the caller's, outlives the read and may change meanwhile:
+    /// the next reading sees it.
     int readSpotDensity(SPECTROSEPTYPE *sep_type, InstrumentDensityCallback callback, void *context);
     /// Reads @a steps (not 0) patches of each separation of @a lut, which stays the caller's and outlives the read.
     int readLinearisation(unsigned long steps, DENSITYLUT *lut, unsigned long first_separation, long first_patch,
                           InstrumentDensityCallback callback, void *context);
 
-    /// What the loaded plug-in can do; all false in the state Empty.
+    // What the loaded plug-in can do; all false in the state Empty.
+
+    /// Whether it has readSpotLab().
     bool hasLab() const;
+    /// Whether it has readSpotDensity().
     bool hasDensity() const;
+    /// Whether it has readLinearisation().
     bool hasLinearisation() const;
+    /// Whether it has getLinearisationChart().
     bool hasLinChartGenerator() const;
+    /// Whether it reads strips (SPECTRO_FLAG_STRIPREADER).
     bool isStripReader() const;
+    /// Whether it prints what it measures (SPECTRO_FLAG_PRINTER).
     bool isPrinter() const;
 
     /// The name of the plug-in's own linearisation chart for a colour space; empty if it has none.
@@ -139,6 +147,9 @@ public:
     int getComboColourChart(TAVICOMBOCOLOUR const *chart, unsigned long parameter) const;
     /// The file name of the loaded plug-in, without directory; empty in the state Empty.
     std::string dllFilename() const;
+
+    /// Whether values or texts that the plug-in has sent have still to reach their callback.
+    bool hasUndelivered() const;
 
     /// Emits done().
     void emitDone(int result);
@@ -165,6 +176,8 @@ private:
     void endRead();
     static void queueEvent(const void *context, OrloInstrumentEvent *event);
     static int queueMessage(const void *context, int kind, const char *source_unit, const char *function, char *text);
+    template <typename Read>
+    static void *runRead(void *driver, Read read);
     void dispatchOrloInstrumentMessageEvent(const OrloInstrumentEvent &event);
 
     static void *readSpotLabThread(void *driver);
@@ -183,6 +196,7 @@ private:
 
     OrloInstrumentRecord *record = nullptr; ///< Owned.
     unsigned long teardowns = 0;            ///< Counts them, so that open() notices one that happened inside it.
+    bool is_tearing_down = false;           ///< While a plug-in's Close may talk.
     int busy = 0;                           ///< 1 while a worker runs. Shared by polling, through std::atomic_ref.
     int abort_flag = 0;                     ///< What every read gets by address; likewise.
     InstrumentLabCallback lab_callback = nullptr;
@@ -190,7 +204,8 @@ private:
     MessageCallback message_callback = nullptr;
     void *callback_context = nullptr;
     void *message_context = nullptr;
-    // Everything from here to the queue is written while no worker runs.
+    DENSITYSTANDARD density_standard = DENSITYSTANDARD_DEFAULT; ///< For the reads to come.
+    // Everything from here on is written while no worker runs.
     void *read_context = nullptr;     ///< What the plug-in gets as context; null if no read was started.
     TAVICOMBOCOLOUR *chart = nullptr; ///< Owned.
     unsigned long chart_parameter = 0;
@@ -199,7 +214,7 @@ private:
     unsigned long steps = 21;
     DENSITYLUT *lut = nullptr;
     unsigned long first_separation = 0;
-    DENSITYSTANDARD density_standard = DENSITYSTANDARD_DEFAULT;
+    DENSITYSTANDARD read_standard = DENSITYSTANDARD_DEFAULT; ///< #density_standard as it was when the read began.
     long first_patch = 0;
     const std::unique_ptr<OrloInstrumentQueue> event_queue;
     TaviCommServer *comm_server = nullptr;

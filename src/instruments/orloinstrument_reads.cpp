@@ -136,9 +136,10 @@ int OrloInstrument::printNReadComboChart(TaviCommServer *server, const TAVIKEY_E
 
 int OrloInstrument::readSpotDensity(SPECTROSEPTYPE *separation, InstrumentDensityCallback callback, void *context)
 {
-    if (!prepareRead(callback && record && record->entry.ReadSpotDensities))
+    if (!prepareRead(separation && callback && record && record->entry.ReadSpotDensities))
         return -1;
     sep_type = separation;
+    read_standard = density_standard;
     density_callback = callback;
     callback_context = context;
     return startThread("readSpotDensity", readSpotDensityThread);
@@ -152,6 +153,7 @@ int OrloInstrument::readLinearisation(unsigned long patches_per_separation, DENS
         return -1;
     steps = patches_per_separation;
     lut = table;
+    read_standard = density_standard;
     first_separation = start_separation;
     first_patch = start_patch;
     density_callback = callback;
@@ -161,71 +163,66 @@ int OrloInstrument::readLinearisation(unsigned long patches_per_separation, DENS
 
 // The worker's side. Each function runs on the worker thread and touches the driver last in finishThread().
 
-void *OrloInstrument::readSpotLabThread(void *driver)
+template <typename Read>
+void *OrloInstrument::runRead(void *driver, Read read)
 {
     auto *self = static_cast<OrloInstrument *>(driver);
     if (!self)
         return nullptr;
-    if (const OrloInstrumentRecord *loaded = self->record; loaded && loaded->entry.ReadSpotLab)
-        loaded->entry.ReadSpotLab(loaded->handle, &self->abort_flag, processLabFromInstrument, self->read_context,
-                                  MessageOutputCallback, self->read_context);
+    if (self->record)
+        read(*self, *self->record);
     self->finishThread();
     return nullptr;
+}
+
+void *OrloInstrument::readSpotLabThread(void *driver)
+{
+    return runRead(driver, [](OrloInstrument &self, const OrloInstrumentRecord &loaded) {
+        if (loaded.entry.ReadSpotLab)
+            loaded.entry.ReadSpotLab(loaded.handle, &self.abort_flag, processLabFromInstrument, self.read_context,
+                                     MessageOutputCallback, self.read_context);
+    });
 }
 
 void *OrloInstrument::readComboChartThread(void *driver)
 {
-    auto *self = static_cast<OrloInstrument *>(driver);
-    if (!self)
-        return nullptr;
-    if (const OrloInstrumentRecord *loaded = self->record; loaded && loaded->entry.ReadComboColourChart)
-        loaded->entry.ReadComboColourChart(loaded->handle, &self->abort_flag, self->chart, self->line_length,
-                                           self->chart_parameter, processLabFromInstrument, self->read_context,
-                                           MessageOutputCallback, self->read_context);
-    self->finishThread();
-    return nullptr;
+    return runRead(driver, [](OrloInstrument &self, const OrloInstrumentRecord &loaded) {
+        if (loaded.entry.ReadComboColourChart)
+            loaded.entry.ReadComboColourChart(loaded.handle, &self.abort_flag, self.chart, self.line_length,
+                                              self.chart_parameter, processLabFromInstrument, self.read_context,
+                                              MessageOutputCallback, self.read_context);
+    });
 }
 
 void *OrloInstrument::printNReadComboChartThread(void *driver)
 {
-    auto *self = static_cast<OrloInstrument *>(driver);
-    if (!self)
-        return nullptr;
-    const OrloInstrumentRecord *loaded = self->record;
-    if (loaded && loaded->entry.PrintNReadComboColourChart && (loaded->flags & SPECTRO_FLAG_PRINTER) != 0) {
-        const int result = loaded->entry.PrintNReadComboColourChart(
-            loaded->handle, &self->abort_flag, self->comm_server, &self->print_setup, &self->media, &self->chart_key,
-            self->chart, self->line_length, self->chart_parameter, self->print_parameter, processLabFromInstrument,
-            self->read_context, MessageOutputCallback, self->read_context);
-        self->emitDone(result);
-    }
-    self->finishThread();
-    return nullptr;
+    return runRead(driver, [](OrloInstrument &self, const OrloInstrumentRecord &loaded) {
+        if (!loaded.entry.PrintNReadComboColourChart || (loaded.flags & SPECTRO_FLAG_PRINTER) == 0)
+            return;
+        const int result = loaded.entry.PrintNReadComboColourChart(
+            loaded.handle, &self.abort_flag, self.comm_server, &self.print_setup, &self.media, &self.chart_key,
+            self.chart, self.line_length, self.chart_parameter, self.print_parameter, processLabFromInstrument,
+            self.read_context, MessageOutputCallback, self.read_context);
+        self.emitDone(result);
+    });
 }
 
 void *OrloInstrument::readSpotDensityThread(void *driver)
 {
-    auto *self = static_cast<OrloInstrument *>(driver);
-    if (!self)
-        return nullptr;
-    if (const OrloInstrumentRecord *loaded = self->record; loaded && loaded->entry.ReadSpotDensities)
-        loaded->entry.ReadSpotDensities(loaded->handle, &self->abort_flag, self->density_standard, self->sep_type,
-                                        processDensityFromInstrument, self->read_context, MessageOutputCallback,
-                                        self->read_context);
-    self->finishThread();
-    return nullptr;
+    return runRead(driver, [](OrloInstrument &self, const OrloInstrumentRecord &loaded) {
+        if (loaded.entry.ReadSpotDensities)
+            loaded.entry.ReadSpotDensities(loaded.handle, &self.abort_flag, self.read_standard, self.sep_type,
+                                           processDensityFromInstrument, self.read_context, MessageOutputCallback,
+                                           self.read_context);
+    });
 }
 
 void *OrloInstrument::readLinearisationThread(void *driver)
 {
-    auto *self = static_cast<OrloInstrument *>(driver);
-    if (!self)
-        return nullptr;
-    if (const OrloInstrumentRecord *loaded = self->record; loaded && loaded->entry.ReadLinearisation)
-        loaded->entry.ReadLinearisation(loaded->handle, &self->abort_flag, self->density_standard, self->steps,
-                                        self->lut, self->first_separation, self->first_patch,
-                                        processDensityFromInstrument, self->read_context, MessageOutputCallback,
-                                        self->read_context);
-    self->finishThread();
-    return nullptr;
+    return runRead(driver, [](OrloInstrument &self, const OrloInstrumentRecord &loaded) {
+        if (loaded.entry.ReadLinearisation)
+            loaded.entry.ReadLinearisation(loaded.handle, &self.abort_flag, self.read_standard, self.steps, self.lut,
+                                           self.first_separation, self.first_patch, processDensityFromInstrument,
+                                           self.read_context, MessageOutputCallback, self.read_context);
+    });
 }

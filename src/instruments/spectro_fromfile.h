@@ -122,8 +122,8 @@ TAVIWIDGETS_EXPORT int spectro_fromfile_kcmyorder_SpectrophotometerReadSpotDensi
 ///
 /// The read is over when the table is full, whatever is left of the file. A file that ends before is no error: "File
 /// importer: processed %d measurements" tells how far it went. Returns the number of measurements in both cases; 0
-/// after an abort ("Reading cancelled by user"); -1 for a null table. @a standard is not looked at. O(size of the
-/// file).
+/// after an abort ("Reading cancelled by user"); -1 for a null table and for one without the bands it counts. @a
+/// standard is not looked at. O(size of the file).
 /// @{
 
 /// Columns cyan, magenta, yellow, black.

@@ -174,7 +174,7 @@ int readLinearisation(ColumnOrder order, void *handle, int *abort_flag, unsigned
                       unsigned long first_separation, long first_patch, InstrumentDensityCallback density,
                       void *density_context, InstrumentMessageCallback message, void *message_context)
 {
-    if (!lut)
+    if (!lut || (!lut->bands && lut->separation_count > 0))
         return -1;
     const Messages messages("SpectrophotometerReadLinearisation", message, message_context);
     MeasurementFile file(handle);

@@ -9,13 +9,12 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QGroupBox>
+#include <QTimer>
 
 SpectroBuddy::SpectroBuddy(QGroupBox *box, bool with_messages) : show_messages(with_messages), group(box)
 {
     if (show_messages)
         instrument.setMessageCallback(processInstrumentMessage, this);
-    // The driver emits on its worker thread, so this is a queued call.
-    connect(&instrument, &OrloInstrument::done, this, &SpectroBuddy::park);
     if (group)
         buildInterface();
 }
@@ -34,10 +33,10 @@ void SpectroBuddy::loadRegistry(TaviRegistry &registry, const std::string &secti
     const std::string name = registry.getstring(kept_section, kept_key);
     SpectroBuddyStatusWatch watch(this);
     instrument.close();
+    if (!watch.isAlive())
+        return;
     reloadCombo(QString::fromStdString(name));
-    if (name.empty())
-        instrument.close();
-    else
+    if (!name.empty())
         instrument.load(name.c_str(), true);
     if (watch.report())
         updateInstrumentStatus();
@@ -62,6 +61,8 @@ void SpectroBuddy::setMode(INSTRUMENT_MODE new_mode)
         return;
     SpectroBuddyStatusWatch watch(this);
     instrument.close();
+    if (!watch.isAlive())
+        return;
     reloadCombo(currentName());
     if (watch.report())
         updateInstrumentStatus();
@@ -73,7 +74,7 @@ void SpectroBuddy::setMeasurementsEnabled(bool enabled)
     if (!enabled) {
         SpectroBuddyStatusWatch watch(this);
         instrument.close();
-        if (hasInstruments())
+        if (watch.isAlive() && hasInstruments())
             loadCurrentOrClose();
         if (!watch.report())
             return;
@@ -133,10 +134,10 @@ void SpectroBuddy::setComboChart(const TAVIKEY_ELEMENT &key, TAVICOMBOCOLOUR *pa
             if (isPrinterCommDataValid())
                 result = startPrinting();
         }
-        if (result != 0)
+        if (result != 0 && watch.isAlive())
             loadCurrentOrClose();
     }
-    if (mode != CHART_MODE)
+    if (watch.isAlive() && mode != CHART_MODE)
         instrument.close();
     if (watch.report())
         updateInstrumentStatus();
@@ -169,13 +170,18 @@ void SpectroBuddy::toggleInstrument()
     SpectroBuddyStatusWatch watch(this);
     showMessage({});
     instrument.close();
+    if (!watch.isAlive())
+        return;
+    print_watch.reset();
     if (watch.wasOn()) {
         // Done, or Turn Off: what a series without an end marker has brought is delivered now.
         if (buffer_all)
             fireAllLab();
     } else if (const QString name = currentName(); !name.isEmpty()) {
-        int result = instrument.open(name.toUtf8().constData(), true); // may have shown a dialog
-        if (result == 0 && watch.isAlive())
+        int result = instrument.open(name.toUtf8().constData(), true);
+        if (!watch.isAlive() || (result != 0 && instrument.enabled()))
+            return; // a dialog was up, and what ran meanwhile has destroyed the group or turned it on
+        if (result == 0)
             result = startRead();
         if (result != 0 && watch.isAlive())
             loadCurrentOrClose();
@@ -202,7 +208,9 @@ int SpectroBuddy::startRead()
 
 int SpectroBuddy::startChart()
 {
-    return instrument.readComboChart(chart, line_length, chart_parameter, processLabFromInstrument, this);
+    const int result = instrument.readComboChart(chart, line_length, chart_parameter, processLabFromInstrument, this);
+    print_watch.reset(); // of a print run that this read has ended
+    return result;
 }
 
 bool SpectroBuddy::requestPrinting()
@@ -218,8 +226,27 @@ bool SpectroBuddy::requestPrinting()
 
 int SpectroBuddy::startPrinting()
 {
+    watchPrint();
     return instrument.printNReadComboChart(comm_server, print_setup, media, chart_key, chart, line_length,
                                            chart_parameter, print_parameter, processLabFromInstrument, this);
+}
+
+void SpectroBuddy::watchPrint()
+{
+    // An old run is ended first, so that its last word goes to the old watch.
+    instrument.abort();
+    print_watch = std::make_unique<QObject>();
+    // The driver emits on its worker thread, so this is a queued call.
+    connect(&instrument, &OrloInstrument::done, print_watch.get(), [this] { endPrint(); });
+}
+
+void SpectroBuddy::endPrint()
+{
+    // The word may come ahead of the last values; ending the run would drop them.
+    if (instrument.hasUndelivered())
+        QTimer::singleShot(10, print_watch.get(), [this] { endPrint(); });
+    else
+        park();
 }
 
 void SpectroBuddy::loadCurrentOrClose()
@@ -227,8 +254,10 @@ void SpectroBuddy::loadCurrentOrClose()
     if (const QString name = currentName(); name.isEmpty()) {
         instrument.close();
     } else {
+        const QPointer<SpectroBuddy> self(this);
         instrument.load(name.toUtf8().constData(), true);
-        updateInstrumentStatus();
+        if (self)
+            updateInstrumentStatus();
     }
 }
 
@@ -244,9 +273,11 @@ void SpectroBuddy::park()
 
 void SpectroBuddy::printChartPressed()
 {
+    const QPointer<SpectroBuddy> self(this);
     if (!instrument.enabled())
         loadCurrentOrClose();
-    Q_EMIT printChart();
+    if (self)
+        Q_EMIT printChart();
 }
 
 void SpectroBuddy::loadInstrument(QString str)

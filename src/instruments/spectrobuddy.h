@@ -10,6 +10,7 @@
 #include <QObject>
 #include <QPointer>
 
+#include <memory>
 #include <string>
 
 class QCheckBox;
@@ -40,10 +41,12 @@ class TaviRegistry;
 /// **What arrives as what.** In spot mode each colour is a spotLab(). In chart mode colours are gathered to lines
 /// (lineLab()) if setBufferLineMeasurements() asks for it. An instrument that is a file source delivers everything in
 /// one allLab(), in both modes, unless lines are gathered. An end marker closes such a series; where nothing is
-/// gathered it reaches the listener as a spotLab() with L below zero.
+/// gathered it reaches the listener as a spotLab() with L below zero. What a stopped series has brought stays
+/// gathered until it is delivered by turning off, fireAllLab() or fireLineLab(), or leads the next series.
 ///
 /// **Ownership.** The buddy owns its driver and its copy of the chart. The group box stays the application's: it may
-/// be destroyed first, and the buddy then goes on as one without a user interface. A list that comes with lineLab()
+/// be destroyed first, and the buddy then goes on as one without a user interface; the other way round the controls
+/// stay in the box and do nothing. A list that comes with lineLab()
 /// or allLab() belongs to the receiver (type code 17); connect one receiver. With no receiver the buddy frees it.
 ///
 /// **Threads.** The main thread alone, in every operation and every signal.
@@ -73,9 +76,11 @@ public:
     /// Switches between spot and chart measurement; the instrument is closed if the mode is another than before.
     /// From a mode that is neither, every change leads to SPOT_MODE.
     void setMode(INSTRUMENT_MODE mode);
+    /// What is measured now.
     INSTRUMENT_MODE getMode() const { return mode; }
 
-    /// Allows or forbids measuring. Forbidding turns the instrument off and keeps the button disabled.
+    /// Allows or forbids the user to measure. Forbidding turns the instrument off and keeps the button disabled;
+    /// enable() still turns it on.
     void setMeasurementsEnabled(bool enabled);
 
     /// Turns the instrument on, as the button does. 0 if it is on afterwards, else -1.
@@ -105,13 +110,16 @@ public:
 
     /// Whether chart mode gathers colours to lines; false at first.
     void setBufferLineMeasurements(bool gather) { buffer_line = gather; }
+    /// Whether chart mode gathers colours to lines.
     bool isBufferLineMeasurements() const { return buffer_line; }
     /// Whether colours are gathered until the end marker. Follows the chosen instrument (true for a file source)
-    /// whenever the list of instruments is filled, which every change of the group's state brings about.
+    /// whenever the list of instruments is filled: by a choice, by turning off, by another mode.
     void setBufferAllMeasurements(bool gather) { buffer_all = gather; }
+    /// Whether colours are gathered until the end marker.
     bool isBufferAllMeasurements() const { return buffer_all; }
     /// Whether turning on in chart mode waits for setComboChart() before it reads; false at first.
     void setChartInitDelayed(bool delayed) { chart_init_delayed = delayed; }
+    /// Whether turning on in chart mode waits for a chart.
     bool isChartInitDelayed() const { return chart_init_delayed; }
 
     /// Whether the group is in chart mode. Speaks of the group's mode, not of the plug-in's capabilities.
@@ -171,6 +179,8 @@ private:
     QString currentName() const;
     void loadCurrentOrClose();
     int startRead();
+    void watchPrint();
+    void endPrint();
     int startChart();
     int startPrinting();
     bool requestPrinting();
@@ -180,6 +190,8 @@ private:
     static int processInstrumentMessage(void *buddy, char const *text);
 
     OrloInstrument instrument;
+    std::unique_ptr<QObject> print_watch; ///< Hears of the end of one print and read run; gone with the run, so that
+                                          ///< a late word of an old one ends no new one.
     const bool show_messages;
     QPointer<QGroupBox> group;
     QPointer<QComboBox> combo;

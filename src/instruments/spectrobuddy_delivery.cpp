@@ -69,7 +69,7 @@ void SpectroBuddy::fireAllLab()
         return;
     showMessage(tr("Measured %1 colours.").arg(buffer.length()));
     TAVICOMBOCOLOUR *measured = buffer.takeAll();
-    if (isSignalConnected(QMetaMethod::fromSignal(&SpectroBuddy::allLab)))
+    if (!signalsBlocked() && isSignalConnected(QMetaMethod::fromSignal(&SpectroBuddy::allLab)))
         Q_EMIT allLab(measured);
     else
         TaviPacketFreeList(&measured, TAVIPACKET_COMBOCOLOUR);
@@ -86,11 +86,11 @@ void SpectroBuddy::bufferLineLab(double L, double a, double b)
 
 void SpectroBuddy::fireLineLab()
 {
-    if (buffer.isEmpty() || buffer.length() < line_length)
+    if (line_length == 0 || buffer.length() < line_length)
         return;
     TAVICOMBOCOLOUR *line = buffer.takeFront(line_length);
     showMessage(tr("Measured %1 colours").arg(line_length));
-    if (isSignalConnected(QMetaMethod::fromSignal(&SpectroBuddy::lineLab)))
+    if (!signalsBlocked() && isSignalConnected(QMetaMethod::fromSignal(&SpectroBuddy::lineLab)))
         Q_EMIT lineLab(line);
     else
         TaviPacketFreeList(&line, TAVIPACKET_COMBOCOLOUR);

@@ -57,6 +57,7 @@ void SpectroBuddy::buildInterface()
     layout->addWidget(print_button, 1, 1);
     connect(print_button, &QPushButton::clicked, this, &SpectroBuddy::printChartPressed);
 
+    reloadCombo({});
     updateInstrumentStatus();
 }
 
@@ -134,8 +135,10 @@ void SpectroBuddy::showAddMode(bool show)
     show_add_mode = show;
     if (!add_box || !layout)
         return;
-    add_box->setVisible(show);
-    if (show && layout->indexOf(add_box) < 0)
+    // An instrument that is off adds nothing: its box waits.
+    const bool visible = show && instrument.enabled();
+    add_box->setVisible(visible);
+    if (visible && layout->indexOf(add_box) < 0)
         layout->addWidget(add_box, 1, 0);
 }
 
@@ -171,7 +174,11 @@ void SpectroBuddy::rebuildCombo()
     combo->setObjectName(old->objectName());
     combo->setWhatsThis(old->whatsThis());
     combo->setToolTip(old->toolTip());
+    combo->setStatusTip(old->statusTip());
     combo->setAccessibleName(old->accessibleName());
+    combo->setAccessibleDescription(old->accessibleDescription());
+    combo->setMaxVisibleItems(old->maxVisibleItems());
+    combo->setEnabled(old->isEnabledTo(group));
     combo->setSizeAdjustPolicy(old->sizeAdjustPolicy());
     combo->setMinimumContentsLength(old->minimumContentsLength());
     QWidget::setTabOrder(old, combo);

@@ -8,11 +8,15 @@
 #include <algorithm>
 #include <charconv>
 #include <initializer_list>
+#include <map>
+#include <set>
 
 namespace {
 
 /// More inks than this a record does not keep.
 constexpr size_t most_inks = 8;
+/// A longer name is none of an ink. As many as two digits can number.
+constexpr size_t most_lettered_inks = 99;
 
 std::string upper(std::string_view name)
 {
@@ -24,6 +28,27 @@ std::string upper(std::string_view name)
     return text;
 }
 
+/// The first column of each name. With tens of thousands of names in the tables of a hostile file a search must not
+/// go through them all.
+class ColumnIndex
+{
+public:
+    explicit ColumnIndex(const std::vector<std::string> &names)
+    {
+        for (size_t column = 0; column < names.size(); ++column)
+            columns_.emplace(names[column], column);
+    }
+
+    std::optional<size_t> find(std::string_view name) const
+    {
+        const auto found = columns_.find(name);
+        return found == columns_.end() ? std::nullopt : std::optional(found->second);
+    }
+
+private:
+    std::map<std::string_view, size_t> columns_;
+};
+
 /// The field names of one table, in capitals.
 class Names
 {
@@ -32,18 +57,13 @@ public:
     {
         for (const std::string &field : table.fields())
             names_.push_back(upper(field));
+        index_ = ColumnIndex(names_);
     }
 
     size_t count() const { return names_.size(); }
     const std::string &operator[](size_t column) const { return names_[column]; }
 
-    std::optional<size_t> find(std::string_view name) const
-    {
-        const auto found = std::find(names_.begin(), names_.end(), name);
-        if (found == names_.end())
-            return std::nullopt;
-        return static_cast<size_t>(found - names_.begin());
-    }
+    std::optional<size_t> find(std::string_view name) const { return index_.find(name); }
 
     /// The columns of all @a names, or nothing unless each is there.
     std::vector<size_t> findAll(std::initializer_list<std::string_view> names) const
@@ -75,6 +95,7 @@ public:
 private:
     const std::vector<std::string> &fields_;
     std::vector<std::string> names_;
+    ColumnIndex index_{{}};
     std::vector<std::string> &notes_;
 };
 
@@ -112,10 +133,13 @@ void findNames(const CgatsTable &table, const Names &names, CgatsColumns &column
 /// Inks that are numbered, "6CLR_1" to "6CLR_6", in the order of their numbers.
 std::vector<size_t> findNumberedInks(const Names &names, size_t &inks)
 {
+    std::set<std::string_view> tried; // a hundred and some at most
     for (size_t column = 0; column < names.count(); ++column) {
         const std::string &name = names[column];
         const size_t end = name.find("CLR_");
         if (end == std::string::npos || end == 0 || end > 2)
+            continue;
+        if (!tried.insert(std::string_view(name).substr(0, end)).second)
             continue;
         // Two decimal digits, or one hexadecimal as in ICC profiles.
         const auto result = std::from_chars(name.data(), name.data() + end, inks, end == 1 ? 16 : 10);
@@ -139,18 +163,21 @@ std::vector<size_t> findNumberedInks(const Names &names, size_t &inks)
 /// ones.
 std::vector<size_t> findLetteredInks(const CgatsTable &table)
 {
-    const std::vector<std::string> &fields = table.fields();
-    for (const std::string &field : fields) {
+    const ColumnIndex index(table.fields());
+    std::set<std::string_view> tried;
+    for (const std::string &field : table.fields()) {
         const size_t end = field.find('_');
-        if (end == std::string::npos || end < 5 || !field.starts_with("CMYK"))
+        if (end == std::string::npos || end < 5 || end > most_lettered_inks || !field.starts_with("CMYK"))
+            continue;
+        if (!tried.insert(std::string_view(field).substr(0, end)).second)
             continue;
         std::vector<size_t> found;
         for (size_t ink = 0; ink < end; ++ink) {
             const std::string name = field.substr(0, end + 1) + field[ink];
-            const auto at = std::find(fields.begin(), fields.end(), name);
-            if (at == fields.end())
+            const auto at = index.find(name);
+            if (!at)
                 break;
-            found.push_back(static_cast<size_t>(at - fields.begin()));
+            found.push_back(*at);
         }
         if (found.size() == end)
             return found;

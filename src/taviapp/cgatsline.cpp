@@ -125,41 +125,39 @@ bool CgatsLineSplitter::splitPlain(const char *&at, std::vector<CgatsTable::Cell
     return true;
 }
 
-/// Adds the cell whose opening quote is at @a begin and returns the place behind it.
+/// Adds the cell whose opening quote is at @a begin and returns the place behind it. A search to the end of the line
+/// fails once or twice a line at most: behind an open quote all others stand in pairs, and each pair closes a cell.
 const char *CgatsLineSplitter::quotedCell(const char *begin, const char *end, CgatsLine &line) const
 {
     const char *p = begin + 1;
-    // A second search through a line that has no closing quote would find none either.
-    if (!line.unclosed_quote) {
-        const bool twice = p < end && *p == '"';
-        const bool empty = twice && (p + 1 == end || isBlank(p[1]));
-        if (empty) {
-            line.cells.push_back(cell(p, p));
+    const bool twice = p < end && *p == '"';
+    const bool empty = twice && (p + 1 == end || isBlank(p[1]));
+    if (empty) {
+        line.cells.push_back(cell(p, p));
+        return p + 1;
+    }
+    if (twice && p[1] != '"') {
+        if (const char *close = pairOfQuotes(p + 1, end)) {
+            line.doubled_quotes = true;
+            line.cells.push_back(cell(p + 1, close));
+            return close + 2;
+        }
+    }
+    uint32_t mark = 0;
+    for (; p < end; ++p) {
+        if (*p != '"')
+            continue;
+        if (p + 1 == end || p[1] != '"') {
+            CgatsTable::Cell found = cell(begin + 1, p);
+            found.length |= mark;
+            line.cells.push_back(found);
             return p + 1;
         }
-        if (twice && p[1] != '"') {
-            if (const char *close = pairOfQuotes(p + 1, end)) {
-                line.doubled_quotes = true;
-                line.cells.push_back(cell(p + 1, close));
-                return close + 2;
-            }
-        }
-        uint32_t mark = 0;
-        for (; p < end; ++p) {
-            if (*p != '"')
-                continue;
-            if (p + 1 == end || p[1] != '"') {
-                CgatsTable::Cell found = cell(begin + 1, p);
-                found.length |= mark;
-                line.cells.push_back(found);
-                return p + 1;
-            }
-            mark = CgatsTable::doubled_quotes;
-            ++p;
-        }
-        line.unclosed_quote = true;
+        mark = CgatsTable::doubled_quotes;
+        ++p;
     }
     // Without its other quote a cell ends at a blank, as any other.
+    line.unclosed_quote = true;
     p = std::find_if(begin + 1, end, isBlank);
     const char *last = p;
     while (last > begin + 1 && last[-1] == '"')

@@ -30,6 +30,7 @@ struct CgatsLimits {
 class TAVIAPP_EXPORT CgatsTable
 {
 public:
+    /// A keyword and its value, and the line it stands in.
     struct Keyword {
         std::string name;  ///< As the file writes it.
         std::string value; ///< Without quotes, in UTF-8; empty for a keyword alone on its line.
@@ -48,6 +49,7 @@ public:
     size_t line() const { return line_; }
     /// The line in front of the header that tells the kind of file, such as "CGATS.17"; often empty.
     const std::string &identifier() const { return identifier_; }
+    /// The header's lines of keyword and value, in file order, without those that give the table its structure.
     const std::vector<Keyword> &keywords() const { return keywords_; }
     /// The value of the first keyword @a name, whatever its case; null if there is none. O(keywords).
     const std::string *keyword(std::string_view name) const;
@@ -58,7 +60,9 @@ public:
     size_t fieldsLine() const { return fields_.empty() ? rows_line_ : fields_line_; }
     /// The line of BEGIN_DATA or, without it, of the first row.
     size_t rowsLine() const { return rows_line_; }
+    /// How many cells every row has; 0 in a table without names and rows.
     size_t columnCount() const { return columns_; }
+    /// How many rows were read, without those left out.
     size_t rowCount() const { return row_lines_.size(); }
     /// Rows left out because they are not whole.
     size_t droppedRowCount() const { return dropped_; }
@@ -115,6 +119,7 @@ public:
     /// The same for text that is in memory, all bytes of a file.
     static CgatsFile parse(std::string bytes, CgatsReport &report, const CgatsLimits &limits = CgatsLimits());
 
+    /// The tables in file order; none if the file was refused.
     const std::vector<CgatsTable> &tables() const { return tables_; }
 
 private:

@@ -18,7 +18,7 @@ struct CgatsNote {
 /// What reading a CGATS file came to: why it was refused, or what had to be assumed to read it and what looks wrong
 /// in it. A value; use each object on one thread.
 struct TAVIAPP_EXPORT CgatsReport {
-    /// As many notes of each kind are kept; the others are counted in #notes_left_out.
+    /// As many notes of each kind are kept; the others are counted in `notes_left_out`.
     static constexpr size_t maximum_notes = 1000;
 
     std::string path;           ///< The file as it was named; empty for text that came from no file.
@@ -42,7 +42,9 @@ struct TAVIAPP_EXPORT CgatsReport {
 
     /// Records the refusal. The first one holds.
     void refuse(size_t line, std::string reason);
+    /// Notes that the file departs from the format at @a line, and how that was read.
     void assume(size_t line, std::string text) { note(assumptions, line, std::move(text)); }
+    /// Notes that what stands at @a line may be wrong.
     void doubt(size_t line, std::string text) { note(doubts, line, std::move(text)); }
 
 private:

@@ -132,6 +132,12 @@ bool CgatsRowReader::mayBeStructure(const Cell &cell) const
            || first == '.';
 }
 
+/// The structure word that a line begins with, if any. In quotes it is a text like any other.
+CgatsWord CgatsRowReader::structureWord(const Cell &first) const
+{
+    return !bare_ && mayBeStructure(first) ? cgatsWord(view(first)) : CgatsWord::None;
+}
+
 /// A line that is not simply a row.
 CgatsRowReader::Step CgatsRowReader::takeOddLine()
 {
@@ -202,10 +208,8 @@ CgatsRowReader::Step CgatsRowReader::takeOddLine()
 /// Acts on a structure word at the begin of a line. NextLine with the cursor where it was: there is none.
 CgatsRowReader::Step CgatsRowReader::takeStructure(const Cell &first)
 {
-    if (bare_ || !mayBeStructure(first))
-        return Step::NextLine;
     const std::string_view word = view(first);
-    switch (cgatsWord(word)) {
+    switch (structureWord(first)) {
     case CgatsWord::None:
         return Step::NextLine;
     case CgatsWord::EndData:
@@ -247,25 +251,22 @@ bool CgatsRowReader::takeTabCells(const char *begin, const char *end, size_t bla
 }
 
 /// Makes rows of lines that are shorter. The first row tells whether the table is written so: its lines must come to
-/// the number of columns exactly. NextLine with the cursor where it was: they do not.
+/// the number of columns exactly. NextLine with the cursor where it was: they do not, which only the first row may.
+/// The line at hand is taken without another look at what it is, so that each call moves on.
 CgatsRowReader::Step CgatsRowReader::joinLines()
 {
     const CgatsCursor before = cursor_;
     cells_.clear();
     size_t lines = 0;
-    while (cells_.size() < table_.columns_ && cursor_.toWord()) {
-        const char *end = cursor_.lineEnd();
-        splitter_.splitAtBlanks(cursor_.at, end, line_);
-        if (cgatsWord(view(line_.cells.front())) != CgatsWord::None || end == cursor_.end)
-            break;
+    do {
         if (!cellsAreShort(line_.cells, cursor_.line))
             return Step::Refused;
         cells_.insert(cells_.end(), line_.cells.begin(), line_.cells.end());
         if (line_.too_many || cells_.size() > table_.columns_)
             break;
-        cursor_.toNextLine(end);
+        cursor_.toNextLine(cursor_.lineEnd());
         ++lines;
-    }
+    } while (cells_.size() < table_.columns_ && goesOn());
     if (cells_.size() == table_.columns_ && !line_.too_many) {
         if (!wrapped_)
             report_.assume(before.line, "rows run over " + std::to_string(lines) + " lines");
@@ -284,6 +285,16 @@ CgatsRowReader::Step CgatsRowReader::joinLines()
     // The cursor stands at the word or the cut line that ends the table.
     return drop(before.line,
                 "the row has " + std::to_string(cells_.size()) + " of " + std::to_string(table_.columns_) + " cells");
+}
+
+/// Splits the next line with words. False if there is none, or one that cannot be a part of the row before it.
+bool CgatsRowReader::goesOn()
+{
+    if (!cursor_.toWord())
+        return false;
+    const char *end = cursor_.lineEnd();
+    splitter_.splitAtBlanks(cursor_.at, end, line_);
+    return structureWord(line_.cells.front()) == CgatsWord::None && end != cursor_.end;
 }
 
 CgatsRowReader::Step CgatsRowReader::store(const std::vector<Cell> &cells, size_t line)

@@ -48,6 +48,7 @@ private:
     bool setColumns(size_t count);
     bool takeTabCells(const char *begin, const char *end, size_t blank_count);
     Step joinLines();
+    bool goesOn();
     Step store(const std::vector<Cell> &cells, size_t line);
     Step drop(size_t line, const std::string &reason);
     void tellQuotes(const CgatsLine &line);
@@ -55,6 +56,7 @@ private:
     bool cellsAreShort(const std::vector<Cell> &cells, size_t line);
     void reserve(size_t row_length);
     bool mayBeStructure(const Cell &cell) const;
+    CgatsWord structureWord(const Cell &first) const;
 
     std::string_view view(const Cell &cell) const
     {

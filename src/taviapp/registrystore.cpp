@@ -87,10 +87,18 @@ void TaviRegistry::Store::refresh()
         moveAside(result.reason);
         attach();
         flush();
-    } else if (changed) {
+        return;
+    }
+    if (!result.done()) {
+        tellFailure("read", result.reason);
+        return;
+    }
+    if (changed) {
         changes_.applyTo(content);
         sections_ = std::move(content);
     }
+    if (changes_.isEmpty())
+        failing_ = false;
 }
 
 void TaviRegistry::Store::flush()

@@ -4,9 +4,24 @@
 #include "tavilib/tavialloc_p.h"
 #include "tavilib/tavistring.h"
 
-#include <cstdio>
+#include <charconv>
 #include <cstdlib>
+#include <iterator>
+#include <limits>
 #include <string>
+
+namespace {
+
+/// With a decimal point in every locale; "nan", "inf" and "-inf" for what is no number.
+std::string withTwoDecimals(double value)
+{
+    // A broken instrument may send 1e308: sign, digits, point, two decimals.
+    char text[1 + std::numeric_limits<double>::max_exponent10 + 1 + 1 + 2];
+    const auto result = std::to_chars(std::begin(text), std::end(text), value, std::chars_format::fixed, 2);
+    return {text, result.ptr};
+}
+
+} // namespace
 
 TAVICOMBOCOLOUR_CC::TAVICOMBOCOLOUR_CC(const TAVICOMBOCOLOUR_CC &other)
     : patches_(DuplicatePacketList(TAVIPACKET_COMBOCOLOUR, other.head()))
@@ -22,6 +37,15 @@ TAVICOMBOCOLOUR_CC &TAVICOMBOCOLOUR_CC::operator=(const TAVICOMBOCOLOUR_CC &othe
     return *this;
 }
 
+TAVICOMBOCOLOUR_CC &TAVICOMBOCOLOUR_CC::operator=(TAVICOMBOCOLOUR_CC &&other) noexcept
+{
+    if (this != &other) {
+        patches_.freeAll(TAVIPACKET_COMBOCOLOUR);
+        patches_.moveFrom(other.patches_);
+    }
+    return *this;
+}
+
 TAVICOMBOCOLOUR_CC::~TAVICOMBOCOLOUR_CC()
 {
     patches_.freeAll(TAVIPACKET_COMBOCOLOUR);
@@ -29,12 +53,7 @@ TAVICOMBOCOLOUR_CC::~TAVICOMBOCOLOUR_CC()
 
 TAVICOMBOCOLOUR *TAVICOMBOCOLOUR_CC::newMeasuredPatch(double L, double a, double b)
 {
-    // Sized by the formatter: a broken instrument may send 1e308.
-    const int length = std::snprintf(nullptr, 0, "%.2f, %.2f, %.2f", L, a, b);
-    if (length < 0)
-        return nullptr;
-    std::string name(static_cast<size_t>(length) + 1, '\0');
-    std::snprintf(name.data(), name.size(), "%.2f, %.2f, %.2f", L, a, b);
+    const std::string name = withTwoDecimals(L) + ", " + withTwoDecimals(a) + ", " + withTwoDecimals(b);
 
     auto *patch = TaviAllocRecord<TAVICOMBOCOLOUR>();
     if (!patch)

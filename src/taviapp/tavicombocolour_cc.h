@@ -15,6 +15,10 @@ public:
     explicit TAVICOMBOCOLOUR_CC(TAVICOMBOCOLOUR *list) : patches_(list) {}
     TAVICOMBOCOLOUR_CC(const TAVICOMBOCOLOUR_CC &other);
     TAVICOMBOCOLOUR_CC &operator=(const TAVICOMBOCOLOUR_CC &other);
+    /// Leaves @a other empty.
+    TAVICOMBOCOLOUR_CC(TAVICOMBOCOLOUR_CC &&other) noexcept = default;
+    /// Leaves @a other empty.
+    TAVICOMBOCOLOUR_CC &operator=(TAVICOMBOCOLOUR_CC &&other) noexcept;
     ~TAVICOMBOCOLOUR_CC();
 
     /// Appends one patch, which the list owns from now on. Null is ignored. O(1).
@@ -27,8 +31,8 @@ public:
     /// How many patches the list has. O(1).
     size_t count() const { return patches_.length(); }
 
-    /// A patch as every Lab measurement is kept: named by its values with two decimals, with a valid Lab triple
-    /// and 100 percent. Null if memory is out. The caller owns it.
+    /// A patch as every Lab measurement is kept: named by its values with two decimals and a decimal point in every
+    /// locale, with a valid Lab triple and 100 percent. Null if memory is out. The caller owns it.
     static TAVICOMBOCOLOUR *newMeasuredPatch(double L, double a, double b);
 
 private:

@@ -14,7 +14,8 @@ void TaviFileInfo::setFile(const std::string &path)
 {
     path_ = path;
     struct stat status = {};
-    exists_ = ::stat(path_.c_str(), &status) == 0;
+    // The operating system would stop at a zero byte and describe another path.
+    exists_ = path_.find('\0') == std::string::npos && ::stat(path_.c_str(), &status) == 0;
 }
 
 std::string TaviFileInfo::dirnameFromPath(const std::string &path)

@@ -33,10 +33,10 @@
 /// another program's database is renamed to "<path>.damaged-1" (or the next free number), with its companions
 /// "-wal", "-shm" and "-journal", and the store goes on with a new file, empty if it was being opened. A damaged
 /// log of a store that was killed is read up to the damage and a copy of it kept under such a name. A file that
-/// cannot be opened or written (no directory, no permission, a full disk) leaves the values in memory; each later
-/// change and the destructor try to write all that is still unwritten. Each renaming and each streak of failures is
-/// told in one log line. A file that was deleted or replaced under a living store is given every value that the
-/// store knows and the new file lacks.
+/// cannot be opened, read or written (no directory, no permission, a full disk) leaves the values in memory; each
+/// later change and the destructor try to write all that is still unwritten. Each renaming and each streak of
+/// failures is told in one log line. A file that was deleted or replaced under a living store is given every value
+/// that the store knows and the new file lacks.
 ///
 /// **The file** is an SQLite database in WAL mode with one table, `setting (section, key, value, checksum)`. Beside
 /// it stand "<path>-wal" and "<path>-shm" while it is open. It wants a local file system.

@@ -6,21 +6,23 @@
  * @file
  * The contract between the library and an instrument plug-in: entry points and callbacks.
  *
- * A plug-in is a shared object in a folder "readers". It exports the functions declared here that its capability
- * bits promise, with C linkage and exactly these names, and includes nothing of the library but this header. It
- * links to none of the library's objects.
+ * A plug-in is a shared object in a folder "readers". It exports the functions whose types stand here that its
+ * capability bits promise, with C linkage and exactly these names, and includes nothing of the library but this
+ * header. It links to none of the library's objects.
  *
  * **Always exported:** `SpectrophotometerGetInfo`. A spectrophotometer or densitometer (::SPECTRO_FLAG_LAB or
  * ::SPECTRO_FLAG_DENSITY) further exports `SpectrophotometerOpen`, `SpectrophotometerClose` and
  * `SpectrophotometerReadLinearisation` whatever its other flags are, and
  *
- * | Flag | Then also exported |
- * |---|---|
- * | ::SPECTRO_FLAG_SPOTDENSITY | `SpectrophotometerReadSpotDensities` |
- * | ::SPECTRO_FLAG_SPOTLAB | `SpectrophotometerReadSpotLab` |
- * | ::SPECTRO_FLAG_CHART | `SpectrophotometerReadComboColourChart`, `SpectrophotometerGetComboColourChart` |
- * | ::SPECTRO_FLAG_LINCHARTGENERATOR | `SpectrophotometerGetLinChart`; without the flag
- * `SpectrophotometerGetLinChartNames` | | ::SPECTRO_FLAG_PRINTER | `SpectrophotometerPrintNReadComboColourChart` |
+ * - ::SPECTRO_FLAG_SPOTDENSITY: `SpectrophotometerReadSpotDensities`
+ * - ::SPECTRO_FLAG_SPOTLAB: `SpectrophotometerReadSpotLab`
+ * - ::SPECTRO_FLAG_CHART: `SpectrophotometerReadComboColourChart`, `SpectrophotometerGetComboColourChart`
+ * - ::SPECTRO_FLAG_LINCHARTGENERATOR: `SpectrophotometerGetLinChart`; without the flag
+ *   `SpectrophotometerGetLinChartNames`
+ * - ::SPECTRO_FLAG_PRINTER: `SpectrophotometerPrintNReadComboColourChart`
+ *
+ * A monitor calibrator (::SPECTRO_FLAG_MONITOR) exports all `MonitorCal_...` functions; `MonitorCal_ReadXYZ` and
+ * ::SPECTRO_FLAG_XYZ go together.
  *
  * A flag whose entry point is missing refuses the plug-in.
  *
@@ -87,7 +89,10 @@ typedef int (*SpectrophotometerReadLinearisationFunction)(void *handle, int *abo
                                                           InstrumentDensityCallback density, void *density_context,
                                                           InstrumentMessageCallback message, void *message_context);
 
-/** Reads spot densities until told to stop. @a sep_type points at the caller's separation, which may change. */
+/**
+ * Reads spot densities until told to stop. @a sep_type points at the caller's separation, which may change on another
+ * thread: read it with an atomic load for each reading.
+ */
 typedef int (*SpectrophotometerReadSpotDensitiesFunction)(void *handle, int *abort_flag, DENSITYSTANDARD standard,
                                                           SPECTROSEPTYPE *sep_type, InstrumentDensityCallback density,
                                                           void *density_context, InstrumentMessageCallback message,

@@ -113,11 +113,18 @@ int TaviGetDirListIgnoringMacResources(TAVIDIRENTRY **list, const char *path, in
         return -1;
     *list = nullptr;
     const std::unique_ptr<DIR, int (*)(DIR *)> directory(opendir(path ? path : ""), closedir);
-    if (!directory)
-        return path && errno == ENOENT ? 0 : -1;
+    if (!directory) {
+        // ENOTDIR is also what a path below a plain file gives, which is not there.
+        struct stat status = {};
+        return path && stat(path, &status) != 0 && (errno == ENOENT || errno == ENOTDIR) ? 0 : -1;
+    }
 
     std::vector<TAVIDIRENTRY *> entries;
-    while (const dirent *found = readdir(directory.get())) {
+    const auto next = [&directory] {
+        errno = 0; // only this tells a failed read from the end
+        return readdir(directory.get());
+    };
+    while (const dirent *found = next()) {
         const std::string_view name = found->d_name;
         if (name == "." || name == ".." || isResourceForkEntry(name))
             continue;
@@ -135,6 +142,12 @@ int TaviGetDirListIgnoringMacResources(TAVIDIRENTRY **list, const char *path, in
         }
         entry->mode = status.st_mode;
         entries.push_back(entry);
+    }
+    // No part of a list: who takes it for the whole misses the rest. A file system that fails here cannot be had in a
+    // test.
+    if (errno != 0) {
+        std::for_each(entries.begin(), entries.end(), freeEntry);
+        return -1;
     }
     std::sort(entries.begin(), entries.end(),
               [](const TAVIDIRENTRY *a, const TAVIDIRENTRY *b) { return std::strcmp(a->name, b->name) < 0; });

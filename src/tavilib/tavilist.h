@@ -95,7 +95,7 @@ void InsertOrderedList(T **head, T *item, const char *key, KeyOf key_of)
 
 /// InsertOrderedList() for records with a `name`, by which instrument lists are sorted.
 template <TaviPacket T>
-    requires std::is_same_v<decltype(T::name), char *>
+    requires std::is_convertible_v<decltype(T::name), const char *>
 void InsertOrderedList(T **head, T *item, const char *key)
 {
     InsertOrderedList(head, item, key, [](const T &other) { return other.name; });

@@ -5,6 +5,8 @@
 #include <QProcess>
 #include <QTemporaryDir>
 
+#include <sys/stat.h>
+
 namespace {
 
 struct Result {
@@ -138,6 +140,127 @@ private Q_SLOTS:
         QCOMPARE(result.status, 2);
         QCOMPARE(result.lines, QStringList{"proofcheck: " + path + error});
         QVERIFY(!QFile::exists(out));
+    }
+
+    void aDroppedRowIsCounted()
+    {
+        const QString path = write("CGATS.17\nBEGIN_DATA_FORMAT\nSAMPLE_ID LAB_L LAB_A LAB_B\nEND_DATA_FORMAT\n"
+                                   "BEGIN_DATA\n1 90 0 0\n2 80 0\n3 50 1 2\nEND_DATA\n");
+        const Result result = measure(cgats_reader, path);
+        QCOMPARE(result.status, 0);
+        QVERIFY2(result.lines.contains("proofcheck: " + path + ": 1 of 3 lines skipped"),
+                 qPrintable(result.lines.join("; ")));
+    }
+
+    void manyRemarksAreNotAllTold()
+    {
+        QByteArray content = "CGATS.17\nBEGIN_DATA_FORMAT\nSAMPLE_ID LAB_L LAB_A LAB_B\nEND_DATA_FORMAT\nBEGIN_DATA\n"
+                             "0 90 0 0\n";
+        for (int i = 1; i <= 200; ++i)
+            content += QByteArray::number(i) + " nan 0 0\n";
+        const Result result = measure(cgats_reader, write(content + "END_DATA\n"));
+        QCOMPARE(result.status, 0);
+        QCOMPARE(result.lines.size(), 11);
+        QVERIFY2(result.lines.last().endsWith("more remarks like these"), qPrintable(result.lines.last()));
+    }
+
+    void aPipeIsNoMeasurementFile()
+    {
+        const QString pipe = folder->filePath("pipe");
+        QCOMPARE(::mkfifo(pipe.toLocal8Bit().constData(), 0600), 0);
+        for (const QString &instrument : {cgats_reader, lab_reader}) {
+            const Result result = measure(instrument, pipe);
+            QCOMPARE(result.status, 2);
+            QCOMPARE(result.lines.size(), 1);
+            QVERIFY(result.lines[0].startsWith("proofcheck: " + pipe + ":"));
+        }
+    }
+
+    void anOddPathStaysOneLine_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<QString>("told");
+        QTest::newRow("placeholders") << "a%1%2%s.txt"
+                                      << "a%1%2%s.txt";
+        QTest::newRow("line break") << "a\nb.txt"
+                                    << "a b.txt";
+    }
+
+    void anOddPathStaysOneLine()
+    {
+        QFETCH(QString, name);
+        QFETCH(QString, told);
+        QFile file(folder->filePath(name));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write("1 2\n");
+        file.close();
+        const Result result = measure(lab_reader, file.fileName());
+        QCOMPARE(result.status, 2);
+        QCOMPARE(result.lines, QStringList{"proofcheck: " + folder->filePath(told)
+                                           + ":1: no measurement: no line has three numbers (1 lines)"});
+    }
+
+    void warningsOfAFailedRunStayUntold()
+    {
+        const Result result = measure(lab_reader, write("L a b\n50 1 2\n"), {"--screenshot", "/dev/null/shot.png"});
+        QCOMPARE(result.status, 2);
+        QCOMPARE(result.lines, QStringList{"proofcheck: /dev/null/shot.png: cannot be written"});
+        QVERIFY(!QFile::exists(out));
+    }
+
+    void whatIsNoRegularFileIsNotReplaced()
+    {
+        const QString pipe = folder->filePath("pipe");
+        QCOMPARE(::mkfifo(pipe.toLocal8Bit().constData(), 0600), 0);
+        out = pipe;
+        const Result result = measure(lab_reader, write("50 1 2\n"));
+        QCOMPARE(result.status, 2);
+        QCOMPARE(result.lines, QStringList{"proofcheck: " + pipe + ": cannot be written"});
+        QVERIFY(!QFileInfo(pipe).isFile());
+    }
+
+    void theInputIsNotOverwritten()
+    {
+        const QString path = write("50 1 2\n");
+        out = path;
+        const Result result = measure(lab_reader, path);
+        QCOMPARE(result.status, 2);
+        QCOMPARE(result.lines.size(), 1);
+        QCOMPARE(readLines(path), (QList<QByteArray>{"50 1 2", ""}));
+    }
+
+    void listAndPictureNeedTwoFiles()
+    {
+        const Result result = measure(lab_reader, write("50 1 2\n"), {"--screenshot", out});
+        QCOMPARE(result.status, 2);
+        QVERIFY(!QFile::exists(out));
+    }
+
+    void theUsersLocaleChangesNothing()
+    {
+        // Numbers have decimal points in every country; only the C library thinks otherwise.
+        QProcess makes_locale;
+        makes_locale.start("localedef", {"-i", "de_DE", "-f", "UTF-8", folder->filePath("de_DE.UTF-8")});
+        QVERIFY2(makes_locale.waitForFinished(60000) && makes_locale.exitCode() == 0,
+                 makes_locale.readAllStandardError().constData());
+        const Result result = measure(lab_reader, write("95.30 0.5 -2.1\n-0.5 0 0\n"), {},
+                                      {{"LOCPATH", folder->path()}, {"LC_ALL", "de_DE.UTF-8"}});
+        QCOMPARE(result.status, 0);
+        QCOMPARE(readLines(out), (QList<QByteArray>{"name\tL\ta\tb", "95.30, 0.50, -2.10\t95.3\t0.5\t-2.1", ""}));
+        QCOMPARE(result.lines.size(), 1); // of the negative L
+    }
+
+    void progressShowsOnATerminal()
+    {
+        QProcess terminal;
+        terminal.start("script", {"-qefc",
+                                  QString("'%1' --batch --instrument '%2' --measure '%3' --out '%4'")
+                                      .arg(PROOFCHECK_PROGRAM, cgats_reader, characterisation, out),
+                                  folder->filePath("typescript")});
+        QVERIFY(terminal.waitForFinished(60000));
+        QCOMPARE(terminal.exitCode(), 0);
+        const QByteArray shown = terminal.readAllStandardOutput();
+        QVERIFY2(shown.contains("1617 of 1617 patches"), shown.constData());
     }
 
     void aMissingFileIsUnusable()

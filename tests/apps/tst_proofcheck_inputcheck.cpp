@@ -31,7 +31,7 @@ private Q_SLOTS:
         const InputCheck check = checkLabTextFile(path);
         QCOMPARE(check.measurements, 4);
         QCOMPARE(check.warnings.size(), 1);
-        QVERIFY2(check.warnings.first().startsWith(path + ":2: a word stands where a number belongs"),
+        QVERIFY2(check.warnings.first().startsWith(path + ":2: something that is no plain number stands where"),
                  qPrintable(check.warnings.first()));
         QVERIFY(check.warnings.first().contains("(3 such lines)"));
     }
@@ -44,6 +44,15 @@ private Q_SLOTS:
         QVERIFY(check.warnings.value(0).startsWith(path + ":2: L is negative"));
     }
 
+    void linesThatAreReadOtherwiseAreWarnedOf()
+    {
+        const QString path = write("50 1 2\r60 1 2\r\n70 1 2 " + QByteArray(2000, 'x') + "\n");
+        const InputCheck check = checkLabTextFile(path);
+        QVERIFY(check.warnings.contains(path + ":1: a carriage return inside a line does not end it (1 such lines)"));
+        QVERIFY(
+            check.warnings.contains(path + ":2: a line of more than 1023 bytes is read as several (1 such lines)"));
+    }
+
     void aFileWithoutAMeasurementIsUnusable_data()
     {
         QTest::addColumn<QByteArray>("content");
@@ -51,6 +60,8 @@ private Q_SLOTS:
         QTest::newRow("empty") << QByteArray() << ":1: no measurement: no line has three numbers (0 lines)";
         QTest::newRow("blank lines") << QByteArray("\n\n\n")
                                      << ":3: no measurement: no line has three numbers (3 lines)";
+        QTest::newRow("all negative") << QByteArray("-1 0 0\n-2 0 0\n")
+                                      << ":2: no measurement: every L is negative (2 lines)";
         QTest::newRow("two columns") << QByteArray("1 2\n")
                                      << ":1: no measurement: no line has three numbers (1 lines)";
     }

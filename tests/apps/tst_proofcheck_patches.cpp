@@ -10,6 +10,7 @@
 #include <QTemporaryDir>
 
 #include <cmath>
+#include <unistd.h>
 
 /// The list of patches and its file.
 class TestProofcheckPatches : public TaviTest
@@ -127,6 +128,14 @@ private Q_SLOTS:
         QFile file(path);
         QVERIFY(file.open(QIODevice::ReadOnly));
         QCOMPARE(file.readAll(), QByteArray("name\tL\ta\tb\nn\t1\t2\t3\n"));
+
+        // What stood there before is replaced, not written into.
+        const QString before = folder.filePath("before.tsv");
+        QCOMPARE(::link(path.toLocal8Bit().constData(), before.toLocal8Bit().constData()), 0);
+        QCOMPARE(writeMeasuredFile(path, {{"other", 4, 5, 6}}), QString());
+        QFile old_file(before);
+        QVERIFY(old_file.open(QIODevice::ReadOnly));
+        QCOMPARE(old_file.readAll(), QByteArray("name\tL\ta\tb\nn\t1\t2\t3\n"));
 
         const QString nowhere = folder.filePath("missing/list.tsv");
         const QString error = writeMeasuredFile(nowhere, {});

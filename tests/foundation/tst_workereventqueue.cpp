@@ -138,7 +138,7 @@ private Q_SLOTS:
         receiver.on_record = [&](const Record &record) {
             order.push_back(record.number);
             if (record.number == 0)
-                QCoreApplication::processEvents(); // must not dispatch 1 and 2 inside 0
+                QCoreApplication::sendPostedEvents(&receiver, QEvent::User); // must not dispatch 1 and 2 inside 0
             order.push_back(-record.number);
         };
         for (int i = 0; i < 3; ++i)

@@ -7,6 +7,7 @@
 
 #include <QFile>
 
+#include <dlfcn.h>
 #include <memory>
 
 namespace {
@@ -454,6 +455,55 @@ private Q_SLOTS:
         };
         QCOMPARE(instrument->open("Scripted", true), -1);
         QCOMPARE(plugin->opens.load(), 1);
+    }
+
+    void anOpenFromInsideTheClosingIsRefused()
+    {
+        ReadersFolder readers;
+        ScriptedPlugin *first = readers.add("scripted", "one.so");
+        ScriptedPlugin *second = readers.add("scripted", "two.so");
+        second->name = "Second";
+        int inner = 0;
+        {
+            OrloInstrument instrument;
+            QCOMPARE(instrument.open("Scripted", true), 0);
+            first->on_close = [&](InstrumentMessageCallback, void *) {
+                inner = instrument.open("Second", true);
+            };
+            QCOMPARE(instrument.load("Scripted", true), 0);
+            QCOMPARE(inner, -1);
+            QCOMPARE(instrument.dllFilename(), std::string("one.so"));
+            QCOMPARE(instrument.open("Scripted", true), 0);
+            inner = 0;
+        } // in the destructor too
+        QCOMPARE(inner, -1);
+        QCOMPARE(second->opens.load(), 0);
+        QCOMPARE(first->closes.load(), first->opens.load());
+    }
+
+    void aDriverDestroyedInOpenLeavesThePluginLoadedUntilItReturns()
+    {
+        // A file that nobody else holds in memory: what Open returns into must still be there.
+        ReadersFolder readers;
+        QVERIFY(QFile::copy(TEST_PLUGIN_FOLDER "/scripted.so", readers.path() + "/free.so"));
+        auto instrument = std::make_unique<OrloInstrument>();
+        QCOMPARE(instrument->load("free.so", false), 0);
+        void *library = dlopen("readers/free.so", RTLD_NOW);
+        QVERIFY(library);
+        auto *plugin = reinterpret_cast<ScriptedPlugin *(*)()>(dlsym(library, "scripted_plugin"))();
+        bool still_loaded = false;
+        plugin->on_open = [&](InstrumentMessageCallback, void *) -> void * {
+            dlclose(library);
+            instrument.reset();
+            void *again = dlopen("readers/free.so", RTLD_NOW | RTLD_NOLOAD);
+            still_loaded = again != nullptr;
+            if (again)
+                dlclose(again);
+            return nullptr;
+        };
+        OrloInstrument *raw = instrument.get();
+        QCOMPARE(raw->open("free.so", false), -1);
+        QVERIFY(still_loaded);
     }
 
     void severalDriversShareAPlugin()

@@ -10,6 +10,7 @@
 #include <QSignalSpy>
 #include <QThread>
 
+#include <algorithm>
 #include <atomic>
 #include <functional>
 #include <memory>
@@ -157,7 +158,7 @@ private Q_SLOTS:
     void refusedReadsStartNothing_data()
     {
         QTest::addColumn<int>("which");
-        for (int i = 0; i < 10; ++i)
+        for (int i = 0; i < 11; ++i)
             QTest::newRow(QByteArray::number(i).constData()) << i;
     }
 
@@ -191,6 +192,8 @@ private Q_SLOTS:
                 return instrument->readLinearisation(21, nullptr, 0, 0, Listener::density, &listener);
             case 8:
                 return instrument->readLinearisation(21, lut.lut(), 0, 0, nullptr, &listener);
+            case 9:
+                return instrument->readSpotDensity(nullptr, Listener::density, &listener);
             default:
                 instrument->close();
                 return instrument->readSpotLab(Listener::lab, &listener);

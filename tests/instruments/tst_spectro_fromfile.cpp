@@ -2,10 +2,10 @@
 #include "taviapp/densitylut_cc.h"
 #include "taviapp/tavicombocolour_cc.h"
 #include "tavilib/calc.h"
-#include "tavilib/tavialloc_p.h"
 #include "tavilib/tavipacket.h"
 #include "tests/instruments/measurementfile.h"
 #include "tests/instruments/messagetranslator.h"
+#include "tests/support/allocfailure.h"
 #include "tests/support/tavitest.h"
 
 #include <QProcess>
@@ -33,18 +33,6 @@ QStringList events(const QStringList &before, const QString &event, int count, c
         all.append(event);
     return all + after;
 }
-
-/// Makes the n-th allocation fail, counting from 0.
-class FailAllocation
-{
-public:
-    explicit FailAllocation(int number) : left_(number) { TaviAllocSetHook(hook, this); }
-    ~FailAllocation() { TaviAllocSetHook(nullptr, nullptr); }
-
-private:
-    static bool hook(size_t, void *context) { return static_cast<FailAllocation *>(context)->left_-- != 0; }
-    int left_;
-};
 
 uint64_t bitsOf(double number)
 {
@@ -112,13 +100,15 @@ private Q_SLOTS:
         expectLog(QStringLiteral("spectro_fromfile: SpectrophotometerGetInfo: Cannot allocate %1 bytes")
                       .arg(sizeof(SPECTROPHOTOMETERINFO)));
         // The record, then its three strings, which fail without a word.
-        for (int number = 0; number < 4; ++number) {
-            const FailAllocation fail(number);
+        for (int number = 1; number <= 4; ++number) {
+            const AllocFailure failure(number);
             QVERIFY(!get_info());
+            QVERIFY(failure.happened());
         }
-        const FailAllocation none(4);
+        const AllocFailure none(5);
         SPECTROPHOTOMETERINFO *info = get_info();
         QVERIFY(info);
+        QCOMPARE(none.count(), 4);
         TaviPacketFreeItem(info, TAVIPACKET_SPECTROPHOTOMETERINFO);
     }
 

@@ -111,10 +111,21 @@ private Q_SLOTS:
 
     // Linearisation
 
+    void aLinearisationWithoutTableIsRefused_data()
+    {
+        QTest::addColumn<bool>("black_first");
+        QTest::newRow("CMYK") << false;
+        QTest::newRow("KCMY") << true;
+    }
     void aLinearisationWithoutTableIsRefused()
     {
+        QFETCH(bool, black_first);
         MeasurementFile file("1 2 3 4\n");
-        QCOMPARE(file.readLinearisation(5, nullptr), -1);
+        QCOMPARE(file.readLinearisation(5, nullptr, 0, 0, black_first), -1);
+        DENSITYLUT without_bands = {};
+        QCOMPARE(file.readLinearisation(5, &without_bands, 0, 0, black_first), 0);
+        without_bands.separation_count = 4;
+        QCOMPARE(file.readLinearisation(5, &without_bands, 0, 0, black_first), -1);
         QCOMPARE(file.recorder.events(), QStringList());
     }
 

@@ -26,6 +26,7 @@ private Q_SLOTS:
         QVERIFY(!f.buddy->isPrinter());
         QVERIFY(!f.buddy->isPrinterCommDataValid());
         QVERIFY(!f.buddy->isAddMode());
+        QCOMPARE(f.buddy->dllFilename(), std::string("cgatslab.orloinstrument")); // loaded as shown
 
         QCOMPARE(f.group->title(), QString("Spectrophotometer (offline)"));
         QCOMPARE(f.activateButton()->text(), QString("Activate"));
@@ -94,6 +95,19 @@ private Q_SLOTS:
         QVERIFY(!f.shows(f.combo()));
         f.buddy->fireSpotLab(1, 2, 3);
         QCOMPARE(f.messageLine()->text(), QString());
+    }
+
+    void withoutMessagesTheInstrumentsTextsGoToTheLog()
+    {
+        SpectroBuddyFixture f(false);
+        f.choose("Scripted");
+        f.plugin->on_spot_lab = [](const ScriptedPlugin::Read &read) {
+            read.say(0, nullptr, "Reset done");
+            return 0;
+        };
+        expectLog("scripted: : Reset done");
+        f.press();
+        QTRY_COMPARE(recorder().lines().size(), 1);
     }
 
     void aShownWindowShowsTheSame()
@@ -226,6 +240,12 @@ private Q_SLOTS:
         f.press();
         f.press();
         QVERIFY(!f.shows(f.addBox())); // stored
+        f.press();
+        f.buddy->showAddMode(true);
+        QVERIFY(!f.shows(f.addBox())); // not while the instrument is off
+        QVERIFY(!f.buddy->isAddMode());
+        f.buddy->showAddMode(false);
+        f.press();
         f.buddy->showAddMode(true);
         QVERIFY(f.buddy->isAddMode());
         QCOMPARE(f.cell(f.addBox()), QString("1,0"));
@@ -544,6 +564,61 @@ private Q_SLOTS:
         SpectroBuddy *raw = f.buddy.get();
         QCOMPARE(raw->enable(), group ? 0 : -1);
         QCOMPARE(f.plugin->closes.load(), group ? 0 : 1);
+    }
+
+    void aTextOfCloseMayDestroyTheBuddy_data()
+    {
+        QTest::addColumn<int>("operation");
+        for (int i = 0; i < 5; ++i)
+            QTest::newRow(QByteArray::number(i).constData()) << i;
+    }
+
+    void aTextOfCloseMayDestroyTheBuddy()
+    {
+        QFETCH(int, operation);
+        SpectroBuddyFixture f;
+        f.choose("Scripted");
+        f.press();
+        f.plugin->on_close = [&](InstrumentMessageCallback, void *) {
+            f.buddy.reset();
+        };
+        SpectroBuddy *raw = f.buddy.get();
+        TaviRegistry registry;
+        switch (operation) {
+        case 0:
+            raw->disable();
+            break;
+        case 1:
+            raw->setMode(SpectroBuddy::CHART_MODE);
+            break;
+        case 2:
+            raw->setMeasurementsEnabled(false);
+            break;
+        case 3:
+            raw->loadRegistry(registry, "panel", "instrument");
+            break;
+        default:
+            raw->park();
+        }
+        QVERIFY(!f.buddy);
+        QCOMPARE(f.plugin->closes.load(), 1);
+    }
+
+    void anEnableWhileADialogIsUpStandsForBoth()
+    {
+        SpectroBuddyFixture f;
+        f.choose("Scripted");
+        int opens = 0;
+        f.plugin->on_open = [&](InstrumentMessageCallback, void *) -> void * {
+            if (++opens == 1)
+                f.buddy->enable(); // as a second click may do
+            return f.plugin;
+        };
+        QCOMPARE(f.buddy->enable(), 0);
+        QCOMPARE(f.status->count(), 1);
+        QCOMPARE(f.status->first().first().toBool(), true);
+        QCOMPARE(f.activateButton()->text(), QString("Turn Off"));
+        QCOMPARE(f.plugin->closes.load(), 1); // of the open that came too late
     }
 
     void aDialogInOpenMayOutliveTheBuddy()

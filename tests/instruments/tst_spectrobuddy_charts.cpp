@@ -234,6 +234,95 @@ private Q_SLOTS:
         QCOMPARE(f.plugin->closes.load(), 1);
     }
 
+    void aNewChartOutlivesTheEndOfTheOldPrint()
+    {
+        SpectroBuddyFixture f;
+        usePrinter(f);
+        f.plugin->on_print = [&](const ScriptedPlugin::Read &read, const ScriptedPlugin::Print &print) {
+            if (print.chart_parameter == 1)
+                return SpectroBuddyFixture::waitForAbort(read);
+            // Longer than the old run's last word needs to arrive.
+            for (int i = 0; i < 10 && !read.aborted(); ++i) {
+                std::this_thread::sleep_for(std::chrono::milliseconds(20));
+                read.sendLab(i, 0, 0);
+            }
+            return 0;
+        };
+        giveServer(f);
+        TAVICOMBOCOLOUR_CC chart(patches(1));
+        f.buddy->setComboChart(chart.head(), 1, 1, 0);
+        f.press();
+        QTRY_COMPARE(f.plugin->reads.load(), 1);
+        f.buddy->setComboChart(chart.head(), 1, 2, 0);
+        QTRY_COMPARE(f.spots->count(), 10);
+        QTRY_COMPARE(f.status->count(), 2); // its own end turns the instrument off
+    }
+
+    void aSlotThatSpinsAnEventLoopLosesNoReading()
+    {
+        SpectroBuddyFixture f;
+        usePrinter(f);
+        f.plugin->on_print = [](const ScriptedPlugin::Read &read, const ScriptedPlugin::Print &) {
+            for (int i = 0; i < 10; ++i)
+                read.sendLab(i, 0, 0);
+            return 0;
+        };
+        giveServer(f);
+        connect(f.buddy.get(), &SpectroBuddy::spotLab, this, [](double L) {
+            if (L == 0.0)
+                QTest::qWait(200); // the end of the run is told in here
+        });
+        TAVICOMBOCOLOUR_CC chart(patches(1));
+        f.buddy->setComboChart(chart.head(), 1, 1, 0);
+        f.press();
+        QTRY_COMPARE(f.spots->count(), 10);
+        QTRY_COMPARE(f.status->count(), 2);
+    }
+
+    void theShortFormGivesTheNullKey()
+    {
+        SpectroBuddyFixture f;
+        usePrinter(f);
+        std::atomic<bool> null_key{false};
+        f.plugin->on_print = [&](const ScriptedPlugin::Read &, const ScriptedPlugin::Print &print) {
+            null_key = !TAVIKEY_CC::isValid(print.chart_key);
+            return 0;
+        };
+        giveServer(f);
+        TAVICOMBOCOLOUR_CC chart(patches(1));
+        f.buddy->setComboChart({5, 6}, chart.head(), 1, 1, 0);
+        f.buddy->setComboChart(chart.head(), 1, 1, 0);
+        f.press();
+        QTRY_COMPARE(f.plugin->reads.load(), 1);
+        QTRY_VERIFY(null_key);
+    }
+
+    void everyRequestBeginsWithNothing()
+    {
+        SpectroBuddyFixture f;
+        usePrinter(f);
+        int some_server = 0;
+        int requests = 0;
+        connect(f.buddy.get(), &SpectroBuddy::requestPrinterCommData, this,
+                [&](TaviCommServer **given, TAVIKEY_ELEMENT &setup, TAVIKEY_ELEMENT &media, bool &ok) {
+                    ++requests;
+                    QVERIFY(!ok);
+                    QVERIFY(!*given);
+                    QVERIFY(!TAVIKEY_CC::isValid(setup));
+                    QVERIFY(!TAVIKEY_CC::isValid(media));
+                    *given = reinterpret_cast<TaviCommServer *>(&some_server);
+                    setup = {1, 2};
+                    media = {3, 4};
+                });
+        TAVICOMBOCOLOUR_CC chart(patches(1));
+        f.buddy->setComboChart(chart.head(), 1, 1, 0);
+        for (int i = 0; i < 2; ++i) {
+            f.press();
+            f.press();
+        }
+        QCOMPARE(requests, 2);
+    }
+
     void thePrintButtonAsksTheApplication()
     {
         SpectroBuddyFixture f;
@@ -271,6 +360,16 @@ private Q_SLOTS:
     }
 
 private:
+    void giveServer(SpectroBuddyFixture &f)
+    {
+        connect(f.buddy.get(), &SpectroBuddy::requestPrinterCommData, this,
+                [this](TaviCommServer **given, TAVIKEY_ELEMENT &key, TAVIKEY_ELEMENT &, bool &ok) {
+                    *given = reinterpret_cast<TaviCommServer *>(this);
+                    key = {1, 2};
+                    ok = true;
+                });
+    }
+
     static void usePrinter(SpectroBuddyFixture &f)
     {
         f.plugin->flags = printer_flags;

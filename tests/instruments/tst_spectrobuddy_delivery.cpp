@@ -169,6 +169,8 @@ private Q_SLOTS:
         f.buddy->setMode(SpectroBuddy::CHART_MODE);
         f.buddy->setComboChart(chart.head(), 0, 0, 0);
         f.buddy->bufferLineLab(5, 0, 0);
+        f.buddy->bufferAllLab(5, 0, 0);
+        f.buddy->fireLineLab();
         QVERIFY(f.lines.empty());
     }
 
@@ -234,6 +236,26 @@ private Q_SLOTS:
         for (int i = 0; i < 16; ++i)
             buddy.bufferLineLab(i, 0, 0);
         buddy.bufferAllLab(2, 0, 0); // stays gathered until the end
+    }
+
+    void listsBehindBlockedSignalsAreFreed()
+    {
+        SpectroBuddyFixture f;
+        f.buddy->blockSignals(true);
+        f.buddy->bufferAllLab(1, 0, 0);
+        f.buddy->fireAllLab();
+        QVERIFY(f.series.empty());
+    }
+
+    void turningOffFlushesOnlyWhatIsGatheredToTheEnd()
+    {
+        SpectroBuddyFixture f;
+        f.choose("Scripted");
+        f.press();
+        f.buddy->setBufferAllMeasurements(false);
+        f.buddy->bufferAllLab(1, 0, 0);
+        f.press();
+        QVERIFY(f.series.empty());
     }
 
     void aHundredThousandColoursAreGatheredInOrder()

@@ -7,4 +7,5 @@ cmake=$1 prefix=$2 work=$3
 rm -rf "$work"
 "$cmake" -S consumer -B "$work" -G Ninja -DCMAKE_PREFIX_PATH="$prefix" -DCMAKE_BUILD_TYPE=Release
 "$cmake" --build "$work"
+./lists_says.sh "$work/lists"
 exec ./consumer_says.sh "$work/consumer"

@@ -4,7 +4,8 @@
 set -euo pipefail
 cd "$1"
 
-read -ra qt < <(pkg-config --cflags Qt5Widgets)
+# As the headers of the system, which they are: what they are warned of is not ours.
+read -ra qt < <(pkg-config --cflags Qt5Widgets | sed 's/-I/-isystem /g')
 warnings=(-Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wno-sign-conversion -Werror)
 mapfile -t headers < <(find . -name '*.h' | sort)
 ((${#headers[@]} > 10)) || { echo "only ${#headers[@]} headers are installed" >&2; exit 1; }

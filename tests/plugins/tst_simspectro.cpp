@@ -376,7 +376,9 @@ private Q_SLOTS:
     {
         QFETCH(int, read);
         SimspectroEnvironment environment(characterisation);
-        environment.set("SIMSPECTRO_DELAY_MS", "60000");
+        // A spot read is silent until its first value, so that has to come.
+        const bool spot = read < 2;
+        environment.set("SIMSPECTRO_DELAY_MS", spot ? "1500" : "60000");
         const SimspectroPlugin plugin;
         SimspectroDevice device(plugin);
         const TAVICOMBOCOLOUR_CC chart = wedgeChart();
@@ -397,7 +399,9 @@ private Q_SLOTS:
                 return device.readLinearisation(21, lut.lut());
             }
         });
-        if (read >= 2)
+        if (spot)
+            QTRY_COMPARE(device.recorder.count(), 1);
+        else
             QTRY_VERIFY(device.recorder.events().contains("status: Measure A1"));
         QElapsedTimer timer;
         timer.start();
@@ -405,7 +409,7 @@ private Q_SLOTS:
         QCOMPARE(thread.join(), 0);
         // The read looks every 5 ms; the rest is for a busy machine.
         QVERIFY2(timer.elapsed() < 500, qPrintable(QString::number(timer.elapsed())));
-        QCOMPARE(device.recorder.count(), 0);
+        QCOMPARE(device.recorder.count(), spot ? 1 : 0);
         QCOMPARE(device.recorder.events().last(), QString("status: Reading cancelled by user"));
     }
 

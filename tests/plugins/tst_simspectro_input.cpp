@@ -4,6 +4,8 @@
 
 #include <QDirIterator>
 
+#include <sys/stat.h>
+
 /// What the plug-in takes for a file and for settings, and what it says of the rest.
 class TestSimspectroInput : public TaviTest
 {
@@ -112,6 +114,7 @@ private Q_SLOTS:
         QTest::newRow("missing") << QByteArray("/nonexistent/file.ti3")
                                  << "Cannot open file /nonexistent/file.ti3: No such file or directory";
         QTest::newRow("directory") << QByteArray("/usr") << "Cannot open file /usr: Is a directory";
+        QTest::newRow("device") << QByteArray("/dev/zero") << "Cannot open file /dev/zero: it is no regular file";
         QTest::newRow("not set") << QByteArray() << "Error SIMSPECTRO_FILE is not set; it names the file to measure";
     }
     void unreadableFilesAreRefused()
@@ -123,6 +126,20 @@ private Q_SLOTS:
         const SimspectroDevice device(plugin);
         QVERIFY(!device.handle());
         QCOMPARE(device.recorder.events(), QStringList("fault: " + text));
+    }
+
+    /// Opening a pipe for reading waits for a writer, which may never come.
+    void aPipeIsRefusedAtOnce()
+    {
+        const QTemporaryDir directory;
+        const QByteArray path = directory.filePath("pipe").toUtf8();
+        QCOMPARE(mkfifo(path.constData(), 0600), 0);
+        const SimspectroEnvironment environment(path);
+        const SimspectroPlugin plugin;
+        const SimspectroDevice device(plugin);
+        QVERIFY(!device.handle());
+        QCOMPARE(device.recorder.events(),
+                 QStringList("fault: Cannot open file " + path + ": it is no regular file"));
     }
 
     void settingsOutOfRangeAreRefused_data()

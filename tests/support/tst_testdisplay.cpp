@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "tests/support/tavitest.h"
+#include "tests/support/testdisplay.h"
 
 #include <QLineEdit>
 #include <QScreen>
@@ -21,12 +22,7 @@ private Q_SLOTS:
 
 void TestTestDisplay::twoScreensStandSideBySide()
 {
-    if (qEnvironmentVariableIntValue("TAVI_DISPLAY_SCREENS") != 2) {
-        QVERIFY2(
-            !qEnvironmentVariableIsSet("TAVI_REQUIRE_TWO_SCREENS"),
-            "two screens are required here, and this is not the display of script/with-display with two screens");
-        QSKIP("no two screens: not run under script/with-display, or Xorg's dummy driver could not be started");
-    }
+    TAVI_NEED_TWO_SCREENS();
     const QList<QScreen *> screens = QGuiApplication::screens();
     QCOMPARE(screens.size(), 2);
     QCOMPARE(screens[0]->geometry(), QRect(0, 0, 1600, 1200));

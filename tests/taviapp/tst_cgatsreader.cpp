@@ -16,6 +16,8 @@ private Q_SLOTS:
     void headerIsKept();
     void aValueEndsWithItsQuote();
     void cellsAreThoseOfTheFile();
+    void bytesThatAreNoUtf8AreWindows1252_data();
+    void bytesThatAreNoUtf8AreWindows1252();
     void tablesOutliveTheFile();
     void everyTableHasItsOwnHeader();
     void cellBetweenQuotesAndBlanks_data();
@@ -24,6 +26,10 @@ private Q_SLOTS:
     void lineNumbersCountEveryKindOfLineEnd();
     void structureWordsNeedNoLineOfTheirOwn();
     void nextTableEndsATableWithoutEndData();
+    void rowsOverLinesMustComeToTheAnnouncedNumber();
+    void rowsOverLinesMayBeCut();
+    void rowsOverLinesMayHoldQuotedWords_data();
+    void rowsOverLinesMayHoldQuotedWords();
     void commentedAndBlankLinesAreNoRows();
     void bareTableMayHaveMoreLinesThanAHeader();
     void atTheLimitIsRead_data();
@@ -132,6 +138,40 @@ void TestCgatsReader::cellsAreThoseOfTheFile()
     QCOMPARE(read.cellText(1, 0, &converted), std::string("ä"));
     QVERIFY(converted);
     QCOMPARE(std::string(read.cell(1, 1)), std::string("nan"));
+}
+
+void TestCgatsReader::bytesThatAreNoUtf8AreWindows1252_data()
+{
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::addColumn<QString>("expected");
+    QTest::addColumn<bool>("converted");
+    const auto row = [](const char *name, const char *bytes, const QString &expected, bool converted) {
+        QTest::newRow(name) << QByteArray(bytes) << expected << converted;
+    };
+    row("two bytes", "\xc3\xa4", QString(QChar(0xe4)), false);
+    row("three bytes", "\xe2\x82\xac", QString(QChar(0x20ac)), false);
+    row("four bytes", "\xf0\x9f\x8e\xa8", QString::fromUtf8("\xf0\x9f\x8e\xa8"), false);
+    row("one byte of Latin-1", "\xe4", QString(QChar(0xe4)), true);
+    row("euro sign and dash", "\x80\x96", QString() + QChar(0x20ac) + QChar(0x2013), true);
+    row("nothing in Windows-1252", "\x81", QString(QChar(0x81)), true);
+    row("continuation bytes alone", "\x84\x84", QString() + QChar(0x201e) + QChar(0x201e), true);
+    row("cut character", "\xe2\x82", QString() + QChar(0xe2) + QChar(0x201a), true);
+    row("overlong", "\xe0\x82\xaf", QString() + QChar(0xe0) + QChar(0x201a) + QChar(0xaf), true);
+    row("surrogate", "\xed\xa0\xa1", QString() + QChar(0xed) + QChar(0xa0) + QChar(0xa1), true);
+    row("beyond the last character", "\xf4\xaf\xaf\xaf",
+        QString() + QChar(0xf4) + QChar(0xaf) + QChar(0xaf) + QChar(0xaf), true);
+}
+
+void TestCgatsReader::bytesThatAreNoUtf8AreWindows1252()
+{
+    QFETCH(QByteArray, bytes);
+    QFETCH(QString, expected);
+    QFETCH(bool, converted);
+    CgatsReport report;
+    const CgatsFile file = parse(table("A B", bytes.toStdString() + " 1\n"), report);
+    bool was_converted = !converted;
+    QCOMPARE(QString::fromStdString(file.tables().front().cellText(0, 0, &was_converted)), expected);
+    QCOMPARE(was_converted, converted);
 }
 
 void TestCgatsReader::tablesOutliveTheFile()
@@ -260,6 +300,52 @@ void TestCgatsReader::nextTableEndsATableWithoutEndData()
     QCOMPARE(cells(file.tables()[0]), QString("1|2"));
     QCOMPARE(cells(file.tables()[1]), QString("3"));
     QVERIFY(noteTexts(report.assumptions).contains("6: the table ends without END_DATA"));
+}
+
+void TestCgatsReader::rowsOverLinesMustComeToTheAnnouncedNumber()
+{
+    CgatsReport report;
+    const std::string text = table("A B C D", "1 2\n3 4\n5 6\n7 8\n");
+    QCOMPARE(cells(parse("NUMBER_OF_SETS 2\n" + text, report).tables().front()), QString("1|2|3|4/5|6|7|8"));
+    QVERIFY(noteTexts(report.assumptions).contains("6: rows run over 2 lines"));
+
+    // Four announced rows of two cells are another table than the format block names.
+    QVERIFY(parse("NUMBER_OF_SETS 4\n" + text, report).tables().empty());
+    QCOMPARE(report.refusalText(),
+             std::string("text:6: the rows are cut in lines that do not come to NUMBER_OF_SETS"));
+}
+
+void TestCgatsReader::rowsOverLinesMayBeCut()
+{
+    CgatsReport report;
+    const CgatsFile file = parse(table("A B C D", "1 2\n3 4\n5 6\n"), report);
+    QCOMPARE(cells(file.tables().front()), QString("1|2|3|4"));
+    QCOMPARE(noteTexts(report.doubts), QStringList{"7: the row has 2 of 4 cells; it is left out"});
+}
+
+void TestCgatsReader::rowsOverLinesMayHoldQuotedWords_data()
+{
+    QTest::addColumn<QByteArray>("rows");
+    QTest::addColumn<QString>("expected");
+    for (const char *word :
+         {"BEGIN_DATA_FORMAT", "END_DATA_FORMAT", "BEGIN_DATA", "END_DATA", "NUMBER_OF_SETS", ".INCLUDE"}) {
+        const QByteArray quoted = QByteArray("\"") + word + "\"";
+        QTest::addRow("%s first", word) << quoted + " 2\n3 4\n" << QString("%1|2|3|4").arg(word);
+        QTest::addRow("%s later", word) << "1 2\n" + quoted + " 3\n" << QString("1|2|%1|3").arg(word);
+        QTest::addRow("%s not closed", word) << QByteArray("\"") + word + "\n2 3\n4\n"
+                                             << QString("%1|2|3|4").arg(word);
+        QTest::addRow("%s last", word) << "1 2\n3\n" + quoted + "\n" << QString("1|2|3|%1").arg(word);
+    }
+}
+
+void TestCgatsReader::rowsOverLinesMayHoldQuotedWords()
+{
+    QFETCH(QByteArray, rows);
+    QFETCH(QString, expected);
+    CgatsReport report;
+    const CgatsFile file = parse(table("SAMPLE_ID LAB_L LAB_A LAB_B", "1 50\n0 0\n" + rows.toStdString()), report);
+    QVERIFY2(!report.refused, report.refusalText().c_str());
+    QCOMPARE(cells(file.tables().front()), "1|50|0|0/" + expected);
 }
 
 void TestCgatsReader::commentedAndBlankLinesAreNoRows()

@@ -6,11 +6,13 @@
 #include "tests/taviapp/patchtext.h"
 
 #include <QDir>
+#include <QElapsedTimer>
 #include <QTemporaryDir>
 
 #include <cmath>
 #include <thread>
 
+#include <sys/mman.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -23,6 +25,10 @@ private Q_SLOTS:
     void aPatchIsARecordWithAllItsFields();
     void xyzBecomesD50Lab();
     void displayColourIsThatOfTheLab();
+    void deviceColumnsAreFoundByName_data();
+    void deviceColumnsAreFoundByName();
+    void hostileInkNamesTakeNoMoreThanLinearTime_data();
+    void hostileInkNamesTakeNoMoreThanLinearTime();
     void referencePatchesAreMarked_data();
     void referencePatchesAreMarked();
     void publicFile_data();
@@ -82,10 +88,15 @@ QString TestIso12642::write(const QTemporaryDir &folder, const QByteArray &bytes
     return path;
 }
 
+/// Reads a file in memory: thousands of files on a disk would take the test its time.
 TAVICOMBOCOLOUR_CC TestIso12642::readText(const QByteArray &bytes, CgatsReport &report)
 {
-    const QTemporaryDir folder;
-    return TAVICOMBOCOLOUR_CC(ISO12642Importer::import(write(folder, bytes).toStdString(), 0, report));
+    const int file = memfd_create("tst_iso12642", 0);
+    if (file < 0 || ::write(file, bytes.constData(), size_t(bytes.size())) != bytes.size())
+        qFatal("cannot write a file for the test");
+    TAVICOMBOCOLOUR_CC patches(ISO12642Importer::import("/proc/self/fd/" + std::to_string(file), 0, report));
+    close(file);
+    return patches;
 }
 
 void TestIso12642::aPatchIsARecordWithAllItsFields()
@@ -147,6 +158,91 @@ void TestIso12642::displayColourIsThatOfTheLab()
     for (const TAVICOMBOCOLOUR *patch = patches.head(); patch; patch = NextInList(patch))
         QCOMPARE(patch->rgb, TAVICMSLabToDisplay(patch->L, patch->a, patch->b));
     QVERIFY(patches.head()->rgb != 0);
+}
+
+void TestIso12642::deviceColumnsAreFoundByName_data()
+{
+    QTest::addColumn<QByteArray>("fields");
+    QTest::addColumn<QString>("expected"); // with values that count from 1 by column; empty: no device values
+    const auto row = [](const char *fields, const char *expected) {
+        QTest::newRow(fields) << QByteArray(fields) << expected;
+    };
+    row("CMYK_C CMYK_M CMYK_Y CMYK_K", "cmyk 1 2 3 4");
+    row("cmyk_k cmyk_c cmyk_m cmyk_y", "cmyk 2 3 4 1");
+    row("K C M Y", "cmyk 2 3 4 1");
+    row("CMYK_C CMYK_M CMYK_Y", "");
+    row("CMY_Y CMY_M CMY_C", "cmy 3 2 1");
+    row("RGB_R RGB_G RGB_B", "rgb 1 2 3");
+    row("RGB_R RGB_G", "");
+    row("GRAY", "gray 1");
+    row("GREY_K", "gray 1");
+    row("GRAYISH", "");
+    row("2CLR_2 2CLR_1", "nclr 2 1");
+    row("7CLR_1 7CLR_2 7CLR_3 7CLR_4 7CLR_5 7CLR_6 7CLR_7", "nclr 1 2 3 4 5 6 7");
+    row("8CLR_1 8CLR_2 8CLR_3 8CLR_4 8CLR_5 8CLR_6 8CLR_7 8CLR_8", "nclr 1 2 3 4 5 6 7 8");
+    row("3CLR_1 3CLR_2", "");
+    row("0CLR_1", "");
+    row("CLR_1", "");
+    row("CMYKOG_O CMYKOG_G CMYKOG_C CMYKOG_M CMYKOG_Y CMYKOG_K", "nclr 3 4 5 6 1 2");
+    row("CMYKOG_C CMYKOG_M CMYKOG_Y CMYKOG_K CMYKOG_O", "");
+    row("6CLR_1 6CLR_2 6CLR_3 6CLR_4 6CLR_5 6CLR_6 CMYK_C CMYK_M CMYK_Y CMYK_K", "nclr 1 2 3 4 5 6");
+    row("ACLR_1 ACLR_2 ACLR_3 ACLR_4 ACLR_5 ACLR_6 ACLR_7 ACLR_8 ACLR_9 ACLR_10", "10 inks");
+    row("10CLR_1 10CLR_2 10CLR_3 10CLR_4 10CLR_5 10CLR_6 10CLR_7 10CLR_8 10CLR_9 10CLR_10", "10 inks");
+    row("D_RED D_GREEN D_BLUE", "");
+    // The series that begins first counts, of equal names the first.
+    row("3CLR_3 2CLR_1 2CLR_2 3CLR_1 3CLR_2", "nclr 4 5 1");
+    row("3CLR_1 3CLR_2 2CLR_2 2CLR_1", "nclr 4 3");
+    row("2CLR_2 2CLR_2 2CLR_1 2CLR_1", "nclr 3 1");
+}
+
+void TestIso12642::deviceColumnsAreFoundByName()
+{
+    QFETCH(QByteArray, fields);
+    QFETCH(QString, expected);
+    QByteArray row;
+    for (int i = 1; i <= fields.split(' ').size(); ++i)
+        row += ' ' + QByteArray::number(i);
+    CgatsReport report;
+    const TAVICOMBOCOLOUR_CC patches = readText("BEGIN_DATA_FORMAT\nLAB_L LAB_A LAB_B " + fields
+                                                    + "\nEND_DATA_FORMAT\nBEGIN_DATA\n95 0 0" + row + "\nEND_DATA\n",
+                                                report);
+    QCOMPARE(patches.count(), size_t(1));
+    const QString device = patchText(*patches.head()).section(" | ", 2);
+    if (expected.endsWith("inks")) {
+        QCOMPARE(device, QString());
+        QVERIFY(noteTexts(report.doubts).join(';').contains("there are " + expected));
+    } else {
+        QCOMPARE(device, expected);
+        QCOMPARE(noteTexts(report.doubts), QStringList());
+    }
+}
+
+void TestIso12642::hostileInkNamesTakeNoMoreThanLinearTime_data()
+{
+    QTest::addColumn<QByteArray>("names");
+    QByteArray series;
+    for (int ink = 1; ink < 99; ++ink)
+        series += " 99CLR_" + QByteArray::number(ink);
+    QTest::newRow("one number") << QByteArray(" 99CLR_1").repeated(1020);
+    QTest::newRow("numbers but the last") << series.repeated(10);
+    QTest::newRow("one letter") << " CMYKXZ_X" + QByteArray(" CMYKXZ_C").repeated(1000);
+    const QByteArray letters = " CMYK" + QByteArray(2000, 'C');
+    QTest::newRow("many letters") << (letters + "_C").repeated(10);
+    QTest::newRow("many letters but the last") << (letters + "X_C").repeated(10);
+}
+
+void TestIso12642::hostileInkNamesTakeNoMoreThanLinearTime()
+{
+    QFETCH(QByteArray, names);
+    const int columns = names.count(' ');
+    const QByteArray table = "BEGIN_DATA_FORMAT\nSAMPLE_ID" + names + "\nEND_DATA_FORMAT\nBEGIN_DATA\n1"
+                             + QByteArray(" 1").repeated(columns) + "\nEND_DATA\n";
+    QElapsedTimer timer;
+    timer.start();
+    CgatsReport report;
+    readText(table.repeated(250), report);
+    // A reader that looks through the names for each column anew takes minutes for some of these.
+    QVERIFY2(timer.elapsed() < 10000, qPrintable(QString("%1 ms").arg(timer.elapsed())));
 }
 
 void TestIso12642::referencePatchesAreMarked_data()
@@ -281,7 +377,8 @@ void TestIso12642::refusalIsLoggedInOneLine()
     // The form with a report leaves the telling to its caller, and a file that is read says nothing.
     CgatsReport report;
     QCOMPARE(ISO12642Importer::import(path, 0, report), nullptr);
-    TAVICOMBOCOLOUR_CC(ISO12642Importer::import(dataFile("cgats/plain.txt").toStdString(), 0));
+    const TAVICOMBOCOLOUR_CC plain(ISO12642Importer::import(dataFile("cgats/plain.txt").toStdString(), 0));
+    QCOMPARE(plain.count(), size_t(3));
     QCOMPARE(recorder().lines().size(), 1);
 }
 

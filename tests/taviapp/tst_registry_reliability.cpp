@@ -8,6 +8,7 @@
 #include <csignal>
 #include <cstdlib>
 #include <fcntl.h>
+#include <numeric>
 #include <random>
 #include <spawn.h>
 #include <sys/resource.h>
@@ -31,6 +32,7 @@ public:
         for (const QString &argument : arguments)
             texts.push_back(argument.toStdString());
         std::vector<char *> argv;
+        argv.reserve(texts.size() + 1);
         for (std::string &text : texts)
             argv.push_back(text.data());
         argv.push_back(nullptr);
@@ -454,9 +456,8 @@ private Q_SLOTS:
         const QByteArray whole = makeSample(model);
         allowLog("cannot be used and is now");
         std::mt19937 random(77);
-        std::vector<int> bits;
-        for (int bit = 0; bit < 8 * 108; ++bit) // the headers of the file and of its first page
-            bits.push_back(bit);
+        std::vector<int> bits(8 * 108); // the headers of the file and of its first page
+        std::iota(bits.begin(), bits.end(), 0);
         for (int i = 0; i < 1200; ++i)
             bits.push_back(int(random() % unsigned(8 * whole.size())));
         int noticed = 0;

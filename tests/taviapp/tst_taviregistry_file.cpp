@@ -153,6 +153,26 @@ private Q_SLOTS:
         QVERIFY(!second.exists("window", "width"));
     }
 
+    void aFileThatCannotBeReadAnewIsToldOnceInARow()
+    {
+        TaviRegistry first(file());
+        TaviRegistry second(file());
+        first.putlong("window", "width", 1);
+        QCOMPARE(second.size("window"), size_t(1));
+        expectLog("cannot be read, values stay in memory: out of memory", 2);
+        for (int streak = 1; streak <= 2; ++streak) {
+            first.putstring("window", "name", std::string(1000000, 'x').c_str());
+            first.putlong("window", "width", streak + 1);
+            const sqlite3_int64 former = sqlite3_hard_heap_limit64(sqlite3_memory_used() + 100000);
+            for (int i = 0; i < 3; ++i)
+                QCOMPARE(second.size("other"), size_t(0));
+            sqlite3_hard_heap_limit64(former);
+            QCOMPARE(second.getlong("window", "width"), long(streak));
+            QCOMPARE(second.size("window"), size_t(2));
+            QCOMPARE(second.getlong("window", "width"), long(streak + 1));
+        }
+    }
+
     void storesThatWriteBySectionsLoseNothing()
     {
         TaviRegistry first(file());

@@ -61,7 +61,7 @@ private Q_SLOTS:
         TaviLogMessage("unit", "", 0, 1, 1, "%d", 3);
         TaviLogMessage("", "function", 0, 1, 1, "%d", 4);
         LogError(null, null, null);
-        TaviLogMessage("unit", "function", 0, 1, 1, null);
+        TaviLogMessage("unit", "function", 0, 1, 1, null, 0); // without the argument compilers warn
         QCOMPARE(captured.text(), std::string("1\n2\nunit: 3\nfunction: 4\n\nunit: function: \n"));
     }
 
@@ -118,6 +118,7 @@ private Q_SLOTS:
         constexpr int lines = 300;
         StandardError captured;
         std::vector<std::thread> running;
+        running.reserve(4);
         for (int thread = 0; thread < threads; ++thread) {
             running.emplace_back([thread] {
                 // Each line of one letter and of its own length, some longer than a pipe takes at once.
@@ -171,6 +172,7 @@ private Q_SLOTS:
         std::vector<Recorded> lines;
         TaviLogSetSink(record, &lines);
         std::vector<std::thread> running;
+        running.reserve(4);
         for (int thread = 0; thread < 4; ++thread) {
             running.emplace_back([] {
                 for (int i = 0; i < 500; ++i)

@@ -1,12 +1,14 @@
 // SPDX-License-Identifier: MIT
-#include "taviapp/tavifileinfo.h"
-#include "tavilib/tavicms.h"
+#include "instruments/spectrobuddy.h"
 
-#include <QTextStream>
+#include <QtWidgets>
 
-int main()
+int main(int argc, char **argv)
 {
-    const std::string folder = TaviFileInfo::dirnameFromPath("/ink/cyan.ti3");
-    const unsigned white = TAVICMSLabToDisplay(100, 0, 0) & 0xffffffU;
-    QTextStream(stdout) << QString::fromStdString(folder) << ' ' << QString::number(white, 16) << '\n';
+    QApplication application(argc, argv);
+    QGroupBox box;
+    SpectroBuddy buddy(&box, true);
+    QObject::connect(&buddy, &SpectroBuddy::spotLab,
+                     [&box](double L, double, double) { QTextStream(stdout) << box.title() << ' ' << L << '\n'; });
+    buddy.fireSpotLab(50, 1, 2);
 }

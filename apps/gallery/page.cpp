@@ -1,0 +1,10 @@
+// SPDX-License-Identifier: MIT
+#include "gallery/page.h"
+
+QVector<Page> galleryPages()
+{
+    return {
+        {"spectrobuddy", "SpectroBuddy",
+         "The instrument box of a panel: chooses an instrument and delivers its colours.", makeSpectroBuddyPage},
+    };
+}

@@ -1,0 +1,25 @@
+// SPDX-License-Identifier: MIT
+#ifndef GALLERY_PAGE_H
+#define GALLERY_PAGE_H
+
+#include <QString>
+#include <QVector>
+
+class QWidget;
+
+/// A page of the gallery.
+struct Page {
+    const char *name;        ///< File name of its picture, without ending: the class in lower case.
+    const char *title;       ///< In the list of pages.
+    const char *description; ///< One sentence above the widget.
+    /// Makes the page's content, which owns all that belongs to it. @a for_picture asks for a state worth a picture.
+    QWidget *(*make)(bool for_picture);
+};
+
+/// All pages, in the order of the list.
+QVector<Page> galleryPages();
+
+/// The pages, one function each in page_<name>.cpp.
+QWidget *makeSpectroBuddyPage(bool for_picture);
+
+#endif

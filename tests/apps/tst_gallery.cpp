@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: MIT
+#include "tests/support/tavitest.h"
+
+#include <QImage>
+#include <QProcess>
+#include <QTemporaryDir>
+
+/// The gallery, run as a program.
+class TestGallery : public TaviTest
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void everyPageHasItsPicture()
+    {
+        const QTemporaryDir folder;
+        QProcess gallery;
+        gallery.start(GALLERY_PROGRAM, {"--screenshots", folder.path() + "/pics"});
+        QVERIFY(gallery.waitForFinished(30000));
+        QCOMPARE(gallery.exitCode(), 0);
+        QCOMPARE(gallery.readAllStandardError(), QByteArray());
+        const QImage picture(folder.path() + "/pics/spectrobuddy.png");
+        QVERIFY(picture.width() >= 300 && picture.height() >= 100);
+        // The documented picture is the one of today's widget: no other size.
+        const QImage documented(QStringLiteral(DOCS_PICS "/spectrobuddy.png"));
+        QCOMPARE(documented.size(), picture.size());
+    }
+
+    void aFolderThatCannotBeMadeIsTold()
+    {
+        QProcess gallery;
+        gallery.start(GALLERY_PROGRAM, {"--screenshots", "/dev/null/pics"});
+        QVERIFY(gallery.waitForFinished(30000));
+        QCOMPARE(gallery.exitCode(), 1);
+        QVERIFY(gallery.readAllStandardError().contains("gallery: /dev/null/pics: cannot be made"));
+    }
+};
+
+TAVI_TEST_MAIN(TestGallery)
+#include "tst_gallery.moc"
