@@ -12,7 +12,6 @@
 #include <QEvent>
 #include <QThread>
 
-#include <atomic>
 #include <cmath>
 #include <cstdarg>
 #include <cstdlib>
@@ -55,8 +54,7 @@ void raiseNegativeDensities(PATCHDENSITY &patch)
 /// Once for each read that is over: a thread that has not noticed may go on for long.
 void logLateCall(const void *context)
 {
-    static std::atomic<const void *> last_logged{nullptr};
-    if (last_logged.exchange(context) != context)
+    if (OrloInstrumentContexts::instance().isFirstLateCall(context))
         LogError("orloinstrument", "OrloInstrument",
                  "The instrument plug-in has called back after the end of its read");
 }

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <mutex>
 #include <unordered_map>
+#include <unordered_set>
 
 class OrloInstrument;
 
@@ -59,9 +60,19 @@ public:
         return true;
     }
 
+    /// Whether nobody has asked this before of @a context, that of a read. All that never was one counts as one.
+    bool isFirstLateCall(const void *context)
+    {
+        const std::scoped_lock lock(mutex_);
+        const auto number = reinterpret_cast<uintptr_t>(context);
+        const bool was_read = number % 2 == 1 && number > 1 && number <= last_read_;
+        return late_reads_.insert(was_read ? number : 0).second;
+    }
+
 private:
     std::mutex mutex_;
     std::unordered_map<const void *, OrloInstrument *> drivers_;
+    std::unordered_set<uintptr_t> late_reads_; ///< No more than there were reads.
     uintptr_t last_read_ = 1;
 };
 

@@ -11,6 +11,14 @@
 
 namespace {
 
+/// How an object begins whose records are laid out like the program's own.
+constexpr unsigned char native_ident[] = {ELFMAG0,
+                                          ELFMAG1,
+                                          ELFMAG2,
+                                          ELFMAG3,
+                                          sizeof(void *) == 8 ? ELFCLASS64 : ELFCLASS32,
+                                          __BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__ ? ELFDATA2LSB : ELFDATA2MSB};
+
 /// The words for a refusal of our own; null where the loader has its own.
 thread_local const char *own_error = nullptr;
 
@@ -45,13 +53,14 @@ private:
 };
 
 /// Whether the file lacks a part of what is loaded from it. The loader maps that without a look at the file's length,
-/// and to touch a page behind the end ends the program. What is no shared object at all is left to the loader.
+/// and to touch a page behind the end ends the program. What is no object of
+/// this program's kind is left to the loader.
 bool isCutShort(const char *path)
 {
     const OpenFile file(path);
     const ElfW(Off) size = file.size();
     ElfW(Ehdr) header = {};
-    if (!file.readAt(0, header) || std::memcmp(header.e_ident, ELFMAG, SELFMAG) != 0)
+    if (!file.readAt(0, header) || std::memcmp(header.e_ident, native_ident, sizeof native_ident) != 0)
         return false;
     for (ElfW(Half) i = 0; i < header.e_phnum; ++i) {
         ElfW(Phdr) segment = {};
@@ -71,7 +80,8 @@ void *TaviDllOpen(const char *path)
     // An empty path would give the program itself.
     if (!path || !*path)
         return nullptr;
-    if (isCutShort(path)) {
+    // The loader looks for a name without a folder in places of its own.
+    if (std::strchr(path, '/') && isCutShort(path)) {
         own_error = "the file is cut short";
         return nullptr;
     }
@@ -80,6 +90,7 @@ void *TaviDllOpen(const char *path)
 
 void *TaviDllGetProcAddress(void *handle, const char *name)
 {
+    own_error = nullptr;
     return handle && name ? dlsym(handle, name) : nullptr;
 }
 

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "instruments/orloinstrument.h"
 #include "tests/plugins/misbehavingfixture.h"
 
 #include <QElapsedTimer>
@@ -6,7 +7,11 @@
 
 #include <atomic>
 #include <functional>
+#include <memory>
+#include <mutex>
 #include <optional>
+#include <thread>
+#include <vector>
 
 /// Calls back late, as a plug-in's own thread does.
 using LateCall = std::function<void(const ScriptedPlugin::Read &)>;
@@ -27,6 +32,30 @@ struct Texts {
         auto *self = static_cast<Texts *>(context);
         self->wrong_thread = self->wrong_thread || QThread::currentThread() != QCoreApplication::instance()->thread();
         self->texts.append(QString::fromUtf8(text));
+        return 0;
+    }
+};
+
+/// Takes what a read sends, which all bears the read's number.
+struct Heard {
+    std::unique_ptr<OrloInstrument> driver;
+    int awaited = 0;
+    int colours = 0;
+    int texts = 0;
+    bool wrong = false;
+
+    static int lab(void *context, double L, double, double)
+    {
+        auto *self = static_cast<Heard *>(context);
+        ++self->colours;
+        self->wrong = self->wrong || L != self->awaited;
+        return 0;
+    }
+    static int text(void *context, char const *text)
+    {
+        auto *self = static_cast<Heard *>(context);
+        ++self->texts;
+        self->wrong = self->wrong || QByteArray(text) != "Ready for strip " + QByteArray::number(self->awaited);
         return 0;
     }
 };
@@ -203,6 +232,65 @@ private Q_SLOTS:
         QTRY_COMPARE(f.messageLine()->text(), QString("Measurement complete"));
         QCOMPARE(f.lightnessOfNewSpots(), std::vector<double>{55});
         f.press();
+        QVERIFY(f.allIsAsBefore());
+    }
+
+    /// A thread of the plug-in's that never ends and calls back for every read there was, while others start and stop
+    /// and drivers come and go.
+    void aThreadThatGoesOnForEverReachesNoOtherRead()
+    {
+        MisbehavingFixture f;
+        f.addBad();
+        std::mutex mutex;
+        std::vector<ScriptedPlugin::Read> reads; // the L of a colour is its read's place here
+        const auto sendFor = [](const ScriptedPlugin::Read &read, size_t number) {
+            read.sendLab(double(number), 0, 0);
+            read.say(0, nullptr, "Ready for strip %lu", static_cast<unsigned long>(number));
+        };
+        f.bad->on_spot_lab = [&](const ScriptedPlugin::Read &read) {
+            const std::scoped_lock lock(mutex);
+            reads.push_back(read);
+            return 0;
+        };
+        std::atomic<bool> over{false};
+        std::thread plugin_thread([&] {
+            while (!over) {
+                std::vector<ScriptedPlugin::Read> all;
+                {
+                    const std::scoped_lock lock(mutex);
+                    all = reads;
+                }
+                // The last few, of which all but one are over.
+                for (size_t i = all.size() < 4 ? 0 : all.size() - 4; i < all.size(); ++i)
+                    sendFor(all[i], i);
+                std::this_thread::sleep_for(std::chrono::microseconds(200)); // or the driver's queue never ends
+            }
+        });
+        ReadersFolder::forgetInstruments();
+        constexpr int driver_count = 20;
+        constexpr int read_count = 10;
+        allowLog(late_fault);
+        Heard heard;
+        for (int i = 0; i < driver_count * read_count; ++i) {
+            if (i % read_count == 0)
+                heard.driver = std::make_unique<OrloInstrument>();
+            heard.driver->setMessageCallback(Heard::text, &heard);
+            QCOMPARE(heard.driver->open("Bad", true), 0);
+            heard.awaited = i;
+            heard.colours = heard.texts = 0;
+            QCOMPARE(heard.driver->readSpotLab(Heard::lab, &heard), 0);
+            QVERIFY(QTest::qWaitFor([&] { return heard.colours > 2 && heard.texts > 2; }));
+            QVERIFY(!heard.wrong);
+            if (i % 2 == 0)
+                heard.driver->abort();
+        }
+        heard.driver.reset();
+        over = true;
+        plugin_thread.join();
+        QVERIFY(!heard.wrong);
+        // Each of those that are over is told of once, if at all: the thread may not have got round to it.
+        const int told = recorder().count(late_fault);
+        QVERIFY2(told > 0 && told <= driver_count * read_count, QByteArray::number(told).constData());
         QVERIFY(f.allIsAsBefore());
     }
 

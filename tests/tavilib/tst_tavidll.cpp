@@ -4,7 +4,10 @@
 
 #include <QTemporaryDir>
 
+#include <algorithm>
+#include <cstring>
 #include <dlfcn.h>
+#include <link.h>
 
 class TestTaviDll : public TaviTest
 {
@@ -94,6 +97,62 @@ private Q_SLOTS:
         }
     }
 
+    /// To touch what is missing would end the program.
+    void anObjectThatIsCutShortIsRefused()
+    {
+        const QByteArray whole = sample();
+        const int segments_end = endOfLastSegment(whole);
+        QVERIFY(segments_end > 0 && segments_end < whole.size());
+        QTemporaryDir directory;
+        for (int length = int(sizeof(ElfW(Ehdr))); length < segments_end; length += 97) {
+            QCOMPARE(TaviDllOpen(written(directory, whole.left(length)).constData()), nullptr);
+            QCOMPARE(TaviDllError(), "the file is cut short");
+            QCOMPARE(TaviDllError(), "");
+        }
+        QCOMPARE(TaviDllOpen(written(directory, whole.left(segments_end - 1)).constData()), nullptr);
+        QCOMPARE(TaviDllError(), "the file is cut short");
+        // What follows is for debuggers.
+        void *handle = TaviDllOpen(written(directory, whole.left(segments_end)).constData());
+        QVERIFY2(handle, TaviDllError());
+        QVERIFY(TaviDllGetProcAddress(handle, "sampleTwice"));
+        TaviDllClose(handle);
+    }
+
+    /// An object of another kind is laid out differently, and the loader says what it is.
+    void anObjectOfAnotherKindIsRefusedByTheLoader_data()
+    {
+        QTest::addColumn<int>("byte");
+        QTest::newRow("word size") << int(EI_CLASS);
+        QTest::newRow("byte order") << int(EI_DATA);
+    }
+
+    void anObjectOfAnotherKindIsRefusedByTheLoader()
+    {
+        QFETCH(int, byte);
+        QByteArray foreign = sample();
+        foreign[byte] = char(3 - foreign[byte]); // each has the values 1 and 2
+        QTemporaryDir directory;
+        QCOMPARE(TaviDllOpen(written(directory, foreign.left(500)).constData()), nullptr);
+        const QByteArray error = TaviDllError();
+        QVERIFY2(error.contains(directory.path().toUtf8()), error.constData());
+    }
+
+    /// A word about a cut file is not taken for one about what happened since.
+    void theErrorIsThatOfTheLastFailure()
+    {
+        QTemporaryDir directory;
+        const QByteArray cut = written(directory, sample().left(500));
+        QVERIFY(!TaviDllOpen(cut.constData()));
+        QVERIFY(!TaviDllOpen(TAVI_DLL_UNRESOLVED));
+        QVERIFY(QByteArray(TaviDllError()).contains("sampleNowhere"));
+        void *handle = TaviDllOpen(TAVI_DLL_SAMPLE);
+        QVERIFY(handle);
+        QVERIFY(!TaviDllOpen(cut.constData()));
+        QVERIFY(!TaviDllGetProcAddress(handle, "sampleThrice"));
+        QVERIFY(QByteArray(TaviDllError()).contains("sampleThrice"));
+        TaviDllClose(handle);
+    }
+
     void anObjectWithUnresolvedSymbolsIsRefused()
     {
         QVERIFY(!TaviDllOpen(TAVI_DLL_UNRESOLVED));
@@ -105,6 +164,36 @@ private Q_SLOTS:
         QVERIFY(!TaviDllOpen(""));
         QVERIFY(!TaviDllOpen(nullptr));
     }
+
+private:
+    static QByteArray sample()
+    {
+        QFile file(TAVI_DLL_SAMPLE);
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+    /// Each under a name of its own: the loader knows again what it has seen.
+    QByteArray written(const QTemporaryDir &directory, const QByteArray &content)
+    {
+        QFile file(directory.filePath(QStringLiteral("object%1.so").arg(++written_)));
+        if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
+            qFatal("cannot write %s", qPrintable(file.fileName()));
+        return file.fileName().toUtf8();
+    }
+    static int endOfLastSegment(const QByteArray &object)
+    {
+        ElfW(Ehdr) header;
+        std::memcpy(&header, object.constData(), sizeof header);
+        ElfW(Off) end = 0;
+        for (int i = 0; i < header.e_phnum; ++i) {
+            ElfW(Phdr) segment;
+            std::memcpy(&segment, object.constData() + header.e_phoff + i * sizeof segment, sizeof segment);
+            if (segment.p_type == PT_LOAD)
+                end = std::max(end, segment.p_offset + segment.p_filesz);
+        }
+        return int(end);
+    }
+
+    int written_ = 0;
 };
 
 TAVI_TEST_MAIN(TestTaviDll)
