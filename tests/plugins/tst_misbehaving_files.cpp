@@ -6,6 +6,7 @@
 
 #include <elf.h>
 #include <link.h>
+#include <sys/stat.h>
 
 #include <functional>
 
@@ -84,6 +85,10 @@ private Q_SLOTS:
         row("link to itself", link("bad.so"));
         row("link to a directory", link("."));
         row("link to a device", link("/dev/zero"));
+        // To open one would be to wait for somebody who writes.
+        row("pipe", [](MisbehavingFixture &f) {
+            QCOMPARE(mkfifo((f.readers.path() + "/bad.so").toUtf8().constData(), 0600), 0);
+        });
     }
 
     void whatIsNoInstrumentIsNotOffered()
