@@ -2,6 +2,7 @@
 #include "instruments/orloinstrument.h"
 #include "taviapp/densitylut_cc.h"
 #include "tavilib/tavilist.h"
+#include "tavilib/tavilog.h"
 #include "tests/support/instruments/readersfolder.h"
 #include "tests/support/tavitest.h"
 
@@ -295,6 +296,7 @@ private Q_SLOTS:
         expectLog("orloinstrument: OrloInstrument: SpectrophotometerOpen Cannot open file x");
         QCOMPARE(instrument.open("Scripted", true), 0);
         QCOMPARE(texts, QStringList{"Found Gretag Spectrolino on port 1"});
+        QCOMPARE(recorder().kinds(), std::vector<int>{TAVILOG_PLUGIN});
         instrument.close();
         QCOMPARE(texts.last(), QString("Reset done"));
     }
@@ -310,6 +312,7 @@ private Q_SLOTS:
         expectLog("orloinstrument: OrloInstrument:  Reset done");
         OrloInstrument instrument;
         QCOMPARE(instrument.open("Scripted", true), 0);
+        QCOMPARE(recorder().kinds(), std::vector<int>{TAVILOG_PLUGIN});
     }
 
     void theChartNameIsAskedForWithAClearedBuffer()

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "instruments/orloinstrument.h"
 #include "tavilib/tavialloc_p.h"
+#include "tavilib/tavilog.h"
 #include "tests/support/instruments/readersfolder.h"
 #include "tests/support/tavitest.h"
 
@@ -100,6 +101,7 @@ private Q_SLOTS:
         const int result = start();
         refuse_threads = false;
         QCOMPARE(result, -1);
+        QCOMPARE(recorder().kinds(), std::vector<int>{TAVILOG_PLUGIN});
         QCOMPARE(plugin->reads.load(), 0);
         QVERIFY(instrument.enabled());
         instrument.abort(); // not busy: does not wait for a thread that never was

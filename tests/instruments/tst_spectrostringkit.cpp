@@ -3,6 +3,7 @@
 #include "tests/instruments/messagetranslator.h"
 #include "tests/support/tavitest.h"
 
+#include <QCryptographicHash>
 #include <QProcess>
 #include <QTemporaryDir>
 #include <QXmlStreamReader>
@@ -81,6 +82,62 @@ private Q_SLOTS:
         QFETCH(QString, text);
         QCOMPARE(SpectroStringKit::pluggedstrings[row][1], text);
         QCOMPARE(SpectroStringKit::pluggedstrings[row][0], text.toLower());
+    }
+
+    void eachTextIsSpeltAsPluginsSendIt_data()
+    {
+        QTest::addColumn<int>("count");
+        QTest::addColumn<QByteArray>("digest");
+        // Made from the agreed list, not from the table. A text that is spelt otherwise is never found.
+        QTest::newRow("%") << 2 << QByteArray("09fd8a38c05f5cb8");
+        QTest::newRow("A") << 32 << QByteArray("4230f99cde576590");
+        QTest::newRow("B") << 35 << QByteArray("49413d56d865e6f9");
+        QTest::newRow("C") << 66 << QByteArray("31f9512eefb1f0ea");
+        QTest::newRow("D") << 18 << QByteArray("6a567df110807502");
+        QTest::newRow("E") << 43 << QByteArray("c276b81f48f4f7ca");
+        QTest::newRow("F") << 33 << QByteArray("96d6f3294e92160c");
+        QTest::newRow("G") << 10 << QByteArray("12722e246a455043");
+        QTest::newRow("H") << 1 << QByteArray("42cfac990ba1f6a1");
+        QTest::newRow("I") << 31 << QByteArray("c74b6b528a57b9ff");
+        QTest::newRow("K") << 1 << QByteArray("9d7c8017f6f70973");
+        QTest::newRow("L") << 10 << QByteArray("bbbbfe16c12cd4d0");
+        QTest::newRow("M") << 17 << QByteArray("726a129a2b31e979");
+        QTest::newRow("N") << 20 << QByteArray("bf20ab170d67d487");
+        QTest::newRow("O") << 6 << QByteArray("55ad4c2897970b7f");
+        QTest::newRow("P") << 16 << QByteArray("b3275d5d42b2d62a");
+        QTest::newRow("R") << 11 << QByteArray("a0b4219d8461ef96");
+        QTest::newRow("S") << 15 << QByteArray("f042078cbe7e29ef");
+        QTest::newRow("T") << 18 << QByteArray("d08270bffb2f0e1e");
+        QTest::newRow("U") << 8 << QByteArray("f91cb3bb8807b1d0");
+        QTest::newRow("W") << 4 << QByteArray("b5b28c9a30ec21a7");
+        QTest::newRow("X") << 4 << QByteArray("331ba8ffc80fb28e");
+        QTest::newRow("Y") << 1 << QByteArray("6d98b40b86ff914f");
+    }
+
+    /// By the initial letter: the SHA-256 of the texts, with a line feed between them.
+    void eachTextIsSpeltAsPluginsSendIt()
+    {
+        QFETCH(int, count);
+        QFETCH(QByteArray, digest);
+        QByteArrayList texts;
+        for (const auto &row : SpectroStringKit::pluggedstrings) {
+            if (row[1].startsWith(QLatin1String(QTest::currentDataTag()), Qt::CaseInsensitive))
+                texts.append(row[1].toUtf8());
+        }
+        QCOMPARE(texts.size(), count);
+        QCOMPARE(QCryptographicHash::hash(texts.join('\n'), QCryptographicHash::Sha256).toHex().left(16), digest);
+    }
+
+    /// No text escapes the digests.
+    void theInitialLettersAreAllKnown()
+    {
+        QString initials;
+        for (int row = 0; row < 402; ++row) {
+            const QChar initial = SpectroStringKit::pluggedstrings[row][1].front().toUpper();
+            if (!initials.endsWith(initial))
+                initials.append(initial);
+        }
+        QCOMPARE(initials, QString("%ABCDEFGHIKLMNOPRSTUWXY"));
     }
 
     void aTextWithoutTranslationComesBackAsItIs()

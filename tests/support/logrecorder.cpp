@@ -24,9 +24,9 @@ void recordQtMessage(QtMsgType type, const QMessageLogContext &context, const QS
 
 void recordTaviLine(void *context, const TaviLogLine &line)
 {
-    static_cast<LogRecorder *>(context)->record(QString::fromUtf8(line.unit) + QLatin1String(": ")
-                                                + QString::fromUtf8(line.function) + QLatin1String(": ")
-                                                + QString::fromUtf8(line.text));
+    static_cast<LogRecorder *>(context)->record(line.kind, QString::fromUtf8(line.unit) + QLatin1String(": ")
+                                                               + QString::fromUtf8(line.function)
+                                                               + QLatin1String(": ") + QString::fromUtf8(line.text));
 }
 
 LogRecorder::LogRecorder()
@@ -62,6 +62,12 @@ QStringList LogRecorder::lines() const
     return lines_;
 }
 
+std::vector<int> LogRecorder::kinds() const
+{
+    const std::scoped_lock lock(mutex_);
+    return kinds_;
+}
+
 int LogRecorder::count(const QString &part) const
 {
     const std::scoped_lock lock(mutex_);
@@ -71,10 +77,11 @@ int LogRecorder::count(const QString &part) const
     return found;
 }
 
-void LogRecorder::record(const QString &line)
+void LogRecorder::record(int kind, const QString &line)
 {
     const std::scoped_lock lock(mutex_);
     lines_.append(line);
+    kinds_.push_back(kind);
 }
 
 QStringList LogRecorder::takeProblems()
@@ -102,6 +109,7 @@ QStringList LogRecorder::takeProblems()
                                 .arg(expected.part));
     }
     lines_.clear();
+    kinds_.clear();
     expected_.clear();
     allowed_.clear();
     return problems;

@@ -25,6 +25,8 @@ public:
 
     /// Lines "unit: function: text" (of Qt: "qt: category: text") in the order they came.
     QStringList lines() const;
+    /// Of each of lines() its kind, TAVILOG_ERROR or TAVILOG_PLUGIN; what Qt says is an error.
+    std::vector<int> kinds() const;
     /// How many recorded lines hold @a part.
     int count(const QString &part) const;
 
@@ -38,10 +40,11 @@ private:
         int left;
     };
     friend void recordTaviLine(void *, const struct TaviLogLine &);
-    void record(const QString &line);
+    void record(int kind, const QString &line);
 
     mutable std::mutex mutex_;
     QStringList lines_;
+    std::vector<int> kinds_;
     std::vector<Expected> expected_;
     QStringList allowed_;
 };

@@ -21,6 +21,18 @@ private Q_SLOTS:
         QCOMPARE(recorder.takeProblems(), QStringList());
     }
 
+    void theKindOfEachLineIsKept()
+    {
+        LogRecorder recorder;
+        LogError("unit", "function", "broke");
+        TaviLogMessage("unit", "function", TAVILOG_PLUGIN, TAVILOG_FORM_TEXT, 1, "%s", "said");
+        qWarning("odd");
+        const std::vector<int> expected = {TAVILOG_ERROR, TAVILOG_PLUGIN, TAVILOG_ERROR};
+        QCOMPARE(recorder.kinds(), expected);
+        QCOMPARE(recorder.takeProblems().size(), 3);
+        QVERIFY(recorder.kinds().empty());
+    }
+
     void anExpectedLineIsNone()
     {
         LogRecorder recorder;
