@@ -49,6 +49,23 @@ struct Holdings {
     }
 };
 
+/// How many files of this folder are loaded.
+int loadedFrom(const QString &folder)
+{
+    struct Search {
+        QByteArray prefix;
+        int found;
+    } search = {folder.toUtf8() + '/', 0};
+    dl_iterate_phdr(
+        [](dl_phdr_info *info, size_t, void *context) {
+            auto *wanted = static_cast<Search *>(context);
+            wanted->found += QByteArray(info->dlpi_name).contains(wanted->prefix);
+            return 0;
+        },
+        &search);
+    return search.found;
+}
+
 struct Plugin {
     QByteArray file;
     uint32_t flags;
@@ -93,7 +110,9 @@ private Q_SLOTS:
                 QCOMPARE(instrument.open(&info), usable ? 0 : -1);
                 QCOMPARE(instrument.enabled(), usable);
                 opened += usable;
+                QCOMPARE(loadedFrom("readers"), int(usable && plugin.file.endsWith(".so")));
                 instrument.close();
+                QCOMPARE(loadedFrom("readers"), 0);
             }
             // Nor shall what the test keeps grow.
             QCOMPARE(recorder().takeProblems(), QStringList());
@@ -116,6 +135,7 @@ private Q_SLOTS:
             SPECTROPHOTOMETERINFO *list = OrloInstrument::getInstrumentList();
             QVERIFY(list);
             OrloInstrument::freeInstrumentList(&list);
+            QCOMPARE(loadedFrom("readers"), 0);
             QCOMPARE(recorder().takeProblems(), QStringList());
         }
         QCOMPARE(Holdings::now().moreThan(before), QString());
