@@ -8,6 +8,7 @@
 #include <QApplication>
 #include <QDialog>
 #include <QPixmap>
+#include <QPointer>
 #include <QSplitter>
 
 bool TaviWidgetUtil::tooltip_enabled = true;
@@ -62,8 +63,10 @@ bool TaviWidgetUtil::moveToScreen(QWidget *widget, QWidget *parent)
 {
     if (!widget || !parent || TaviScreens::count() < 2)
         return false;
+    // Showing the parent runs what the application does then, which may be to delete the widget.
+    const QPointer<QWidget> alive(widget);
     makeKnownToWindowSystem(parent);
-    return moveToScreen(widget, TaviScreens::screenNumber(parent));
+    return alive && moveToScreen(widget, TaviScreens::screenNumber(parent));
 }
 
 bool TaviWidgetUtil::moveToScreen(QWidget *widget, int screen)
