@@ -11,6 +11,8 @@
 #include <QPointer>
 #include <QSplitter>
 
+#include <algorithm>
+
 bool TaviWidgetUtil::tooltip_enabled = true;
 
 namespace {
@@ -137,5 +139,9 @@ void TaviWidgetUtil::applySplitterWidthsString(QSplitter *splitter, const QStrin
         const QWidget *pane = splitter->widget(i);
         hidden.append(pane && !pane->isVisibleTo(splitter));
     }
-    splitter->setSizes(splitterWidthsOfText(text, hidden));
+    QList<int> widths = splitterWidthsOfText(text, hidden);
+    // No widget is wider, and the splitter adds them up in an int.
+    for (int &width : widths)
+        width = std::min(width, QWIDGETSIZE_MAX);
+    splitter->setSizes(widths);
 }
