@@ -62,6 +62,7 @@ private Q_SLOTS:
     void aSizeBelowTheMinimumSizeHintIsRaised();
     void aWindowTooHighIsCutAtTheBottom_data();
     void aWindowTooHighIsCutAtTheBottom();
+    void theCutCountsFromWhereTheClientWasPut();
     void widthIsNeverCut();
     void aFrameAboveTheScreenComesDown();
     void anyStoredNumberIsGood_data();
@@ -302,6 +303,18 @@ void TestTaviWidgetUtilRegistry::aWindowTooHighIsCutAtTheBottom()
     QWidget window;
     TaviWidgetUtil::restoreSizeFromRegistry(&window, registry.get(), "window", true, false);
     QCOMPARE(window.geometry(), QRect(200, qMax(y, 0), 400, wanted));
+}
+
+/// Not from where it stands by then, if its frame had to come down.
+void TestTaviWidgetUtilRegistry::theCutCountsFromWhereTheClientWasPut()
+{
+    QWidget window;
+    window.setGeometry(300, 300, 400, 300);
+    QVERIFY(showWithFrame(window));
+    const int title = window.geometry().top() - window.frameGeometry().top();
+    QVERIFY(title > 5);
+    TaviWidgetUtil::restoreSize(&window, 100, 5, 400, 2000, true, false, 0);
+    QCOMPARE(window.geometry(), QRect(100, title, 400, 1196));
 }
 
 void TestTaviWidgetUtilRegistry::widthIsNeverCut()
