@@ -47,10 +47,9 @@ public:
             auto *button = new QPushButton(scheme->iconSet(true), scheme->displayName(), this);
             connect(button, &QPushButton::clicked, this, [this, scheme] { choose(*scheme); });
             layout->addWidget(button, 0, i);
-            auto *icons = new QLabel(this);
-            icons->setText(QStringLiteral("Y %1").arg(scheme->themeYValue()));
-            icons->setAlignment(Qt::AlignCenter);
-            layout->addWidget(icons, 1, i);
+            auto *luminance = new QLabel(QStringLiteral("Luminance %1").arg(scheme->themeYValue()), this);
+            luminance->setAlignment(Qt::AlignCenter);
+            layout->addWidget(luminance, 1, i);
         }
         const char *const titles[] = {"Full colour", "Half colour", "Raster"};
         auto *row = new QHBoxLayout;
