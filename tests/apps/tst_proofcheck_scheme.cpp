@@ -38,10 +38,11 @@ public:
 
     bool isActive()
     {
-        window_ =
-            xdotool({"search", "--onlyvisible", "--pid", QString::number(process_.processId())}).section('\n', 0, 0);
+        window_ = windows().value(0);
         return !window_.isEmpty() && xdotool({"getactivewindow"}) == window_;
     }
+    /// A menu is a window of its own: keys that come earlier go to the one behind it.
+    bool menuIsOpen() const { return windows().size() > 1; }
 
     void press(const QString &keys) { xdotool({"key", keys}); }
 
@@ -71,6 +72,12 @@ public:
     }
 
 private:
+    QStringList windows() const
+    {
+        const QString pid = QString::number(process_.processId());
+        return xdotool({"search", "--onlyvisible", "--pid", pid}).split('\n', Qt::SkipEmptyParts);
+    }
+
     QProcess process_;
     QString window_;
 };
@@ -207,6 +214,7 @@ private Q_SLOTS:
             QTRY_VERIFY_WITH_TIMEOUT(first.share(plain) > ground, 10000);
             QVERIFY(first.share(blue_half) < trace);
             first.press("alt+s");
+            QTRY_VERIFY_WITH_TIMEOUT(first.menuIsOpen(), 10000);
             first.press("b");
             QTRY_VERIFY_WITH_TIMEOUT(first.share(blue_half) > ground, 10000);
             QVERIFY(first.quits());
