@@ -11,7 +11,7 @@
 
 namespace {
 
-/// A stored number, of which anything may have become, as one that stands for the same place or size.
+/// A stored number, whatever has become of it, as an int: one out of range is the nearest end.
 int storedInt(TaviRegistry &registry, const char *section, const char *key)
 {
     const long value = registry.getlong(section, key);
