@@ -30,7 +30,8 @@ public:
     }
 };
 
-/// A row of schemes to choose from, with their three icons, and what each way of filling makes of a panel.
+/// A row of schemes to choose from, with their half icons and luminances, and what each way of filling makes of a
+/// panel.
 class ColorSchemePage : public QWidget
 {
 public:
@@ -53,9 +54,9 @@ public:
         }
         const char *const titles[] = {"Full colour", "Half colour", "Raster"};
         auto *row = new QHBoxLayout;
-        for (Sample *&sample : samples_) {
-            sample = new Sample(QString::fromUtf8(titles[&sample - samples_]), this);
-            row->addWidget(sample);
+        for (int i = 0; i < 3; ++i) {
+            samples_[i] = new Sample(QString::fromUtf8(titles[i]), this);
+            row->addWidget(samples_[i]);
         }
         layout->addLayout(row, 2, 0, 1, static_cast<int>(schemes_.count()));
         layout->setRowStretch(2, 1);
