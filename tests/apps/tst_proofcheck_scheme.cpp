@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "proofcheck/mainwindow.h"
 #include "proofcheck/schememenu.h"
+#include "tests/apps/desktopwindow.h"
+#include "tests/support/contrast.h"
 #include "tests/support/tavitest.h"
 
 #include <QAction>
@@ -11,18 +13,13 @@
 #include <QTemporaryDir>
 
 #include <algorithm>
-#include <cmath>
 
 namespace {
 
 /// What xdotool says; empty if it fails.
 QString xdotool(const QStringList &arguments)
 {
-    QProcess process;
-    process.start("xdotool", arguments);
-    if (!process.waitForFinished(10000) || process.exitStatus() != QProcess::NormalExit || process.exitCode() != 0)
-        return QString();
-    return QString::fromLatin1(process.readAllStandardOutput()).trimmed();
+    return toolOutput("xdotool", arguments).trimmed();
 }
 
 /// The program in a process of its own, used with real key presses and looked at through the screen.
@@ -81,15 +78,6 @@ private:
     QProcess process_;
     QString window_;
 };
-
-/// Relative luminance as accessibility guidelines have it: of sRGB.
-double relativeLuminance(const QColor &colour)
-{
-    const auto linear = [](double c) {
-        return c <= 0.04045 ? c / 12.92 : std::pow((c + 0.055) / 1.055, 2.4);
-    };
-    return 0.2126 * linear(colour.redF()) + 0.7152 * linear(colour.greenF()) + 0.0722 * linear(colour.blueF());
-}
 
 // How much of the window is its own ground, around a list that is white; and what a few stray pixels are.
 constexpr double ground = 0.1;
@@ -194,10 +182,9 @@ private Q_SLOTS:
         QVector<QColor> seen;
         for (QAction *action : menu()->actions()) {
             action->trigger();
-            const double behind = relativeLuminance(colour());
-            const double text = relativeLuminance(window->palette().color(QPalette::WindowText));
-            const double contrast = (std::max(behind, text) + 0.05) / (std::min(behind, text) + 0.05);
-            QVERIFY2(contrast > 12.0, qPrintable(QStringLiteral("%1: %2").arg(action->text()).arg(contrast)));
+            const double seen_contrast = contrast(colour(), window->palette().color(QPalette::WindowText));
+            QVERIFY2(seen_contrast > 12.0,
+                     qPrintable(QStringLiteral("%1: %2").arg(action->text()).arg(seen_contrast)));
             QVERIFY(!seen.contains(colour()));
             seen.append(colour());
         }
