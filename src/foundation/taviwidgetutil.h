@@ -167,9 +167,9 @@ public:
     /// for a null splitter. A hidden pane has 0.
     static QString getSplitterWidthsString(QSplitter *splitter);
 
-    /// Applies sizes as getSplitterWidthsString() gives them. A 0 for a pane that is hidden now becomes 50, so that it
-    /// has a width once it is shown. A text with fewer numbers than there are panes gives all of them the mean of its
-    /// numbers, rounded down, or 50 where their sum is not positive. What is no number counts as 0. An empty text
+    /// Applies sizes as getSplitterWidthsString() gives them. A 0 for a pane that is hidden now becomes 50, so that
+    /// it has a width once it is shown. A text with fewer numbers than there are panes gives all of them the mean of
+    /// its numbers, rounded down, or 50 where their sum is not positive. What is no number counts as 0. An empty text
     /// does nothing.
     static void applySplitterWidthsString(QSplitter *splitter, const QString &text);
     /// @}
