@@ -65,6 +65,7 @@ private Q_SLOTS:
     void theCutCountsFromWhereTheClientWasPut();
     void widthIsNeverCut();
     void aFrameAboveTheScreenComesDown();
+    void aClientThatBeginsAtTheTopStaysThere();
     void anyStoredNumberIsGood_data();
     void anyStoredNumberIsGood();
     void aRectangleIsRelativeToo();
@@ -338,6 +339,15 @@ void TestTaviWidgetUtilRegistry::aFrameAboveTheScreenComesDown()
     // A frame that just fits is left alone.
     TaviWidgetUtil::restoreSize(&window, 100, client.y(), 400, 300, true, false, 0);
     QCOMPARE(window.geometry(), QRect(100, client.y(), 400, 300));
+}
+
+/// It is placed by its client until there is a frame: moved by then, it would stand there with its frame.
+void TestTaviWidgetUtilRegistry::aClientThatBeginsAtTheTopStaysThere()
+{
+    QWidget window;
+    TaviWidgetUtil::restoreSize(&window, 100, 0, 400, 300, true, false, 0);
+    QVERIFY(showWithFrame(window));
+    QCOMPARE(window.geometry(), QRect(100, 0, 400, 300));
 }
 
 void TestTaviWidgetUtilRegistry::anyStoredNumberIsGood_data()
