@@ -154,6 +154,21 @@ private Q_SLOTS:
         QCOMPARE(registry->getstring("proofcheck scheme", "id"), std::string("default"));
     }
 
+    void theDefaultFollowsTheDesktop()
+    {
+        const QPalette former = QApplication::palette();
+        QPalette dark = former;
+        dark.setColor(QPalette::Window, QColor(40, 40, 40));
+        QApplication::setPalette(dark);
+        const QColor followed = colour();
+        action("scheme_blue")->trigger();
+        const QColor tinted = colour();
+        QApplication::setPalette(former);
+        QCOMPARE(followed, QColor(40, 40, 40));
+        QVERIFY(tinted != followed);
+        QCOMPARE(colour(), tinted);
+    }
+
     void theChoiceIsKept()
     {
         for (const char *id : {"green", "amber", "default", "blue"}) {
