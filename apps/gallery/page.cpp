@@ -4,7 +4,11 @@
 QVector<Page> galleryPages()
 {
     return {
+        {"colorscheme", "ColorScheme", "Named tints for windows: choose one and see it in its three ways of filling.",
+         makeColorSchemePage},
         {"spectrobuddy", "SpectroBuddy",
          "The instrument box of a panel: chooses an instrument and delivers its colours.", makeSpectroBuddyPage},
+        {"taviwidgetutil", "TaviWidgetUtil", "Message box icons, coloured backgrounds, pane widths as text.",
+         makeTaviWidgetUtilPage},
     };
 }

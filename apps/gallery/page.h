@@ -20,6 +20,8 @@ struct Page {
 QVector<Page> galleryPages();
 
 /// The pages, one function each in page_<name>.cpp.
+QWidget *makeColorSchemePage(bool for_picture);
 QWidget *makeSpectroBuddyPage(bool for_picture);
+QWidget *makeTaviWidgetUtilPage(bool for_picture);
 
 #endif

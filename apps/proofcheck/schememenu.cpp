@@ -49,6 +49,8 @@ void SchemeMenu::addEntries()
 
 void SchemeMenu::choose(const ColorScheme &scheme)
 {
-    // A full colour would be too strong behind text; that of the default scheme is the window's own.
-    scheme.apply(&window_, scheme.isDefault() ? ColorScheme::FULL_COLOUR : ColorScheme::HALF_COLOUR);
+    // What is not set follows the desktop, also when that changes.
+    window_.setPalette({});
+    if (!scheme.isDefault())
+        scheme.apply(&window_, ColorScheme::HALF_COLOUR); // a full colour would be too strong behind text
 }

@@ -17,9 +17,6 @@ public:
     /// one if none was, or one that there is no more.
     SchemeMenu(TaviRegistry &registry, QWidget &window);
 
-    /// The schemes offered, in the order of the menu.
-    const ColorSchemeHolder &schemes() const { return schemes_; }
-
 private:
     void addEntries();
     void choose(const ColorScheme &scheme);

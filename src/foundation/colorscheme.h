@@ -62,11 +62,10 @@ public:
         {0.2122, 0.7013, 0.0865}, {-0.1162, -0.3838, 0.5}, {0.5, -0.4451, -0.0549}};
     /// @}
 
-    /// A scheme of three whole numbers: red, green and blue from 0 to 255 if @a spec is QColor::Rgb; hue from 0 to
-    /// 359 or -1 for none, saturation and value from 0 to 255 if it is QColor::Hsv. With any other spec the base
-    /// colour is invalid, and the scheme counts as a grey; numbers out of range make it invalid too, and QColor warns
-    /// of them.
-    /// @a id may be null; see above for how long it must live.
+    /// A scheme of three whole numbers: red, green and blue from 0 to 255 if @a spec is QColor::Rgb; hue in degrees,
+    /// which go round at 360, or -1 for none, saturation and value from 0 to 255 if it is QColor::Hsv. With any other
+    /// spec the base colour is invalid, and the scheme counts as a grey; numbers out of range make it invalid too,
+    /// and QColor warns of them. The id name @a id may be null; see above for how long it must live.
     ColorScheme(QString name, const char *id, int a, int b, int c, QColor::Spec spec);
     /// A scheme of a hue in degrees, a saturation and a value in percent. A negative hue is none: a grey. Degrees
     /// from 0 to 360 are scaled to 0 to 359, so that 360 is hue 359 and not red again; what lies above is 359. The
@@ -100,18 +99,19 @@ public:
     QIcon iconSet(bool half) const;
     /// The icon of type @a type. The first call makes all three icons.
     QIcon iconSet(IconSetType type) const;
-    /// Makes the raster icon from the luminance of white and of three paler greys, with the chroma of the base,
-    /// fitted. Does nothing if there is a raster icon already.
+    /// Makes the raster icon: stripes with the luminance of the greys 255, 239, 231 and 239, taken for linear light,
+    /// and the chroma of the base, fitted; of a grey base, white and light greys. Does nothing if there is a raster
+    /// icon already.
     void generateRasterYIQ() const;
-    /// Makes the raster icon in another way: from hue and saturation of the base at the HSV values of those greys.
-    /// Does nothing if there is a raster icon already; where this form is wanted, it is called before any icon is
-    /// asked for.
+    /// Makes the raster icon in another way: from hue and saturation of the base at the HSV values 255, 239, 231 and
+    /// 239. Does nothing if there is a raster icon already; where this form is wanted, it is called before any icon
+    /// is asked for.
     void generateRasterHSV() const;
 
     /// The fitting step by itself: multiplies @a matrix, which leads from YIQ to linear RGB, by @a yiq into @a rgb;
     /// while one of these exceeds 1.0, scales I and Q in @a yiq by 0.9 and does so again, at most 101 times. Then
-    /// each of
-    /// @a rgb becomes 255 times its absolute value to the power of 1 / @a gamma, at most 255.0 and not rounded.
+    /// every component of @a rgb becomes 255 times its absolute value to the power of 1 / @a gamma, at most 255.0 and
+    /// not rounded.
     void adjustIQ(double (&yiq)[3], double (&rgb)[3], const double (&matrix)[3][3], double gamma) const;
 
     /// The luminance of the base colour on linear light, from 0 to 255. An application that puts text on the full

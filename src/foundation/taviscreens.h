@@ -34,8 +34,8 @@ TAVIWIDGETS_EXPORT QRect availableGeometry(int number);
 /// The number of the screen that holds most of @a widget with its frame; of equal shares the lowest number. A widget
 /// that touches no screen belongs to the nearest one. Null gives the primary screen.
 ///
-/// Only the geometry is asked, so that a hidden widget has a screen too: that where it would appear. The screen that
-/// the window system has attached to a window may lag behind a move that was just made.
+/// Only the geometry is asked, so that a hidden widget has a screen too: the one where it would appear. The screen
+/// that the window system has attached to a window may lag behind a move that was just made.
 TAVIWIDGETS_EXPORT int screenNumber(const QWidget *widget);
 
 } // namespace TaviScreens

@@ -8,7 +8,10 @@
 #include <QApplication>
 #include <QDialog>
 #include <QPixmap>
+#include <QPointer>
 #include <QSplitter>
+
+#include <algorithm>
 
 bool TaviWidgetUtil::tooltip_enabled = true;
 
@@ -62,8 +65,10 @@ bool TaviWidgetUtil::moveToScreen(QWidget *widget, QWidget *parent)
 {
     if (!widget || !parent || TaviScreens::count() < 2)
         return false;
+    // Showing the parent runs what the application does then, which may be to delete the widget.
+    const QPointer<QWidget> alive(widget);
     makeKnownToWindowSystem(parent);
-    return moveToScreen(widget, TaviScreens::screenNumber(parent));
+    return alive && moveToScreen(widget, TaviScreens::screenNumber(parent));
 }
 
 bool TaviWidgetUtil::moveToScreen(QWidget *widget, int screen)
@@ -134,5 +139,9 @@ void TaviWidgetUtil::applySplitterWidthsString(QSplitter *splitter, const QStrin
         const QWidget *pane = splitter->widget(i);
         hidden.append(pane && !pane->isVisibleTo(splitter));
     }
-    splitter->setSizes(splitterWidthsOfText(text, hidden));
+    QList<int> widths = splitterWidthsOfText(text, hidden);
+    // No widget is wider, and the splitter adds them up in an int.
+    for (int &width : widths)
+        width = std::min(width, QWIDGETSIZE_MAX);
+    splitter->setSizes(widths);
 }

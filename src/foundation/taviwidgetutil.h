@@ -65,9 +65,8 @@ public:
     ///
     /// The widget's palette is replaced by a default one with @a colour at the widget's background role, in all
     /// groups. A child gets the colour with this @a alpha, 0 (clear) to 1. A widget without a parent gets the full
-    /// colour, and
-    /// @a alpha is the opacity of the window, because the window system can only fade a window as a whole. Values out
-    /// of range count as the nearest end.
+    /// colour, and its window this opacity, because the window system can only fade a window as a whole. Values out
+    /// of range count as the nearest end, and what is not a number as 0.
     static void setBackgroundProperties(QWidget *widget, QColor colour, double alpha);
     /// @}
 
@@ -75,19 +74,21 @@ public:
     /// @{
 
     /// Moves @a widget to the screen that holds @a parent; false as below, or if @a parent is null. A hidden parent
-    /// that is no QDialog is shown.
+    /// that is no QDialog is shown; false as well if @a widget is deleted by what happens then.
     static bool moveToScreen(QWidget *widget, QWidget *parent);
     /// Moves @a widget to the screen with this number, at the same place relative to its available area. A direction
-    /// in which less than 20 pixels of it would show goes to the left or top edge. A hidden widget that is no QDialog
-    /// is shown, because the window system may place a window anew when it appears.
+    /// in which it would begin before that area, or in the last 19 pixels of it or beyond, goes to the left or top
+    /// edge. A hidden widget that is no QDialog is shown, also if it is there already, because the window system may
+    /// place a window anew when it appears.
     ///
     /// True if it moved; false if it is there already, there is one screen only or none of this number.
     static bool moveToScreen(QWidget *widget, int screen);
 
     /// Centres the frame of @a widget over that of the window @a parent, or on the widget's own screen if @a parent
-    /// is null. It stays on the widget's screen, with a margin of 20 pixels at the right; what is as wide or high as
-    /// the screen or more stands at the left or top edge. The frame of a window that was never shown is not known yet
-    /// and counts as none.
+    /// is null. It stays on the widget's screen: one that would leave it at the left, top or bottom stands at that
+    /// edge, and one that would come nearer than 20 pixels to the right edge stands one pixel from that. What is as
+    /// wide or high as the screen or more stands at the left or top edge. The frame of a window that was never shown
+    /// is not known yet and counts as none.
     static void centerPlaceWidget(QWidget *widget, const QWidget *parent);
     /// @}
 
@@ -98,15 +99,16 @@ public:
     ///
     /// @param widget a window
     /// @param x, y the client's corner relative to the available area of @a screen. A direction in which that is off
-    ///        the screen goes to the left or top edge.
+    ///        the area, by more than one pixel at the far side, goes to the left or top edge.
     /// @param width, height the client's size; raised to the widget's minimumSizeHint(), each by itself
     /// @param restore false: nothing is done
     /// @param followParent with a parent and at least two screens, the widget goes to the parent's screen, as
     ///        moveToScreen() does
     /// @param screen number of the screen
     ///
-    /// The height is cut so that the bottom lies at most one pixel past the height of the available area; the width
-    /// is never cut. A visible window whose frame would reach above the available area is moved down.
+    /// The height is cut so that the bottom lies at most one pixel past the height of the available area of
+    /// @a screen, also on the parent's screen; the width is never cut. A visible window whose frame would reach above
+    /// the available area is moved down.
     static void restoreSize(QWidget *widget, int x, int y, int width, int height, bool restore, bool followParent,
                             int screen);
     /// The same with a rectangle of saveSizeToRect(), always on screen 0: a rectangle tells no screen.
@@ -165,9 +167,10 @@ public:
     /// for a null splitter. A hidden pane has 0.
     static QString getSplitterWidthsString(QSplitter *splitter);
 
-    /// Applies sizes that getSplitterWidthsString() told. A 0 for a pane that is hidden now becomes 50, so that it
-    /// has a width once it is shown. A text with fewer numbers than there are panes gives all of them the mean of its
-    /// numbers, or 50 where that is not positive. An empty text does nothing.
+    /// Applies sizes as getSplitterWidthsString() gives them. A 0 for a pane that is hidden now becomes 50, so that
+    /// it has a width once it is shown. A text with fewer numbers than there are panes gives all of them the mean of
+    /// its numbers, rounded down, or 50 where their sum is not positive. What is no number counts as 0. An empty text
+    /// does nothing.
     static void applySplitterWidthsString(QSplitter *splitter, const QString &text);
     /// @}
 

@@ -4,13 +4,14 @@
 #include "foundation/windowgeometry_p.h"
 #include "taviapp/taviregistry.h"
 
+#include <QPointer>
 #include <QWidget>
 
 #include <limits>
 
 namespace {
 
-/// A stored number, of which anything may have become, as one that stands for the same place or size.
+/// A stored number, whatever has become of it, as an int: one out of range is the nearest end.
 int storedInt(TaviRegistry &registry, const char *section, const char *key)
 {
     const long value = registry.getlong(section, key);
@@ -33,8 +34,12 @@ void TaviWidgetUtil::restoreSize(QWidget *widget, int x, int y, int width, int h
     if (widget->y() < requested.top())
         widget->move(widget->x(), requested.top());
     widget->resize(size.expandedTo(widget->minimumSizeHint()));
-    if (followParent && widget->parentWidget() && TaviScreens::count() >= 2)
+    if (followParent && widget->parentWidget() && TaviScreens::count() >= 2) {
+        const QPointer<QWidget> alive(widget);
         moveToScreen(widget, widget->parentWidget());
+        if (!alive)
+            return;
+    }
 
     const QRect current = TaviScreens::availableGeometry(TaviScreens::screenNumber(widget));
     const int kept = restoredHeight(widget->height(), top_left.y(), current, requested);

@@ -6,8 +6,8 @@
 
 namespace {
 
-/// How much of a window has to be seen on a screen that it is moved to, and how far a centred one keeps from the
-/// right edge: enough to take hold of.
+/// How far before the right or bottom edge a window has to begin on a screen that it is moved to, and how near to the
+/// right edge a centred one may come: enough to take hold of.
 constexpr int grip = 20;
 
 /// The distance between the nearest pixels of two rectangles, squared; 0 if they overlap.

@@ -36,12 +36,14 @@ TAVIWIDGETS_EXPORT QPoint restoredTopLeft(const QPoint &relative, const QRect &a
 TAVIWIDGETS_EXPORT int restoredHeight(int height, int top, const QRect &current, const QRect &requested);
 
 /// Where a window with a frame of this size appears when it is centred over @a area on a screen. It is kept on the
-/// screen: left and top edge first of all, then the bottom edge, then the right edge, with a margin. One that is as
-/// large as the screen or larger stands at the left or top edge.
+/// screen: left and top edge first of all, then the bottom edge, then the right edge. One that would come nearer than
+/// 20 pixels to the right edge stands one pixel from it. One that is as large as the screen or larger stands at the
+/// left or top edge.
 TAVIWIDGETS_EXPORT QPoint centredTopLeft(const QRect &area, const QSize &frame, const QRect &available);
 
 /// Where a window at @a position of the screen @a from appears on the screen @a to: at the same place of its
-/// available area, or at the left or top edge in a direction in which it would show less than 20 pixels or none.
+/// available area, or at the left or top edge in a direction in which it would begin before that area, or in its last
+/// 19 pixels or beyond.
 TAVIWIDGETS_EXPORT QPoint topLeftOnOtherScreen(const QPoint &position, const QRect &from, const QRect &to);
 
 #endif

@@ -7,19 +7,9 @@
 
 namespace {
 
-/// Standard output of a program; null if it failed.
-QString outputOf(const QString &program, const QStringList &arguments)
-{
-    QProcess process;
-    process.start(program, arguments);
-    if (!process.waitForFinished() || process.exitStatus() != QProcess::NormalExit || process.exitCode() != 0)
-        return {};
-    return QStringLiteral("") + QString::fromLocal8Bit(process.readAllStandardOutput());
-}
-
 bool succeeds(const QString &program, const QStringList &arguments)
 {
-    return !outputOf(program, arguments).isNull();
+    return !toolOutput(program, arguments).isNull();
 }
 
 /// The number behind @a label.
@@ -31,12 +21,21 @@ int numberIn(const QString &text, const QString &label)
 
 } // namespace
 
+QString toolOutput(const QString &program, const QStringList &arguments)
+{
+    QProcess process;
+    process.start(program, arguments);
+    if (!process.waitForFinished() || process.exitStatus() != QProcess::NormalExit || process.exitCode() != 0)
+        return {};
+    return QStringLiteral("") + QString::fromLocal8Bit(process.readAllStandardOutput());
+}
+
 DesktopWindow::DesktopWindow(qint64 pid, const QString &title)
 {
     const auto find = [&] {
         const QStringList ids =
-            outputOf("xdotool", {"search", "--onlyvisible", "--all", "--pid", QString::number(pid), "--name",
-                                 '^' + QRegularExpression::escape(title) + '$'})
+            toolOutput("xdotool", {"search", "--onlyvisible", "--all", "--pid", QString::number(pid), "--name",
+                                   '^' + QRegularExpression::escape(title) + '$'})
                 .split('\n', Qt::SkipEmptyParts);
         id_ = ids.value(0);
         return ids.size() == 1 && frameExtents().size() == 4;
@@ -47,7 +46,7 @@ DesktopWindow::DesktopWindow(qint64 pid, const QString &title)
 
 QRect DesktopWindow::client() const
 {
-    const QString text = outputOf("xwininfo", {"-id", id_});
+    const QString text = toolOutput("xwininfo", {"-id", id_});
     return {numberIn(text, "Absolute upper-left X:"), numberIn(text, "Absolute upper-left Y:"),
             numberIn(text, "Width:"), numberIn(text, "Height:")};
 }
@@ -55,12 +54,14 @@ QRect DesktopWindow::client() const
 QRect DesktopWindow::frame() const
 {
     const QList<int> widths = frameExtents();
+    if (widths.size() != 4)
+        return {};
     return client().adjusted(-widths[0], -widths[2], widths[1], widths[3]);
 }
 
 QList<int> DesktopWindow::frameExtents() const
 {
-    const QString text = outputOf("xprop", {"-id", id_, "-notype", "_NET_FRAME_EXTENTS"});
+    const QString text = toolOutput("xprop", {"-id", id_, "-notype", "_NET_FRAME_EXTENTS"});
     QList<int> extents;
     if (text.contains('=')) {
         for (const QString &part : text.section('=', 1).split(','))

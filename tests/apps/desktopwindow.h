@@ -4,6 +4,10 @@
 
 #include <QRect>
 #include <QString>
+#include <QStringList>
+
+/// What a program wrote to its standard output; null if it failed, empty if it had nothing to say.
+QString toolOutput(const QString &program, const QStringList &arguments);
 
 /// A window of another program on the display, as the window system shows it and a user handles it. Each operation
 /// runs a program of the X tools.
@@ -17,7 +21,7 @@ public:
     QString problem() const { return problem_; }
     /// The client area, in the coordinates of the whole desktop.
     QRect client() const;
-    /// The same with the frame.
+    /// The same with the frame; null if the window is gone.
     QRect frame() const;
     /// Resizes the client and moves it to the given place, and waits until the window system says so.
     bool place(const QRect &wanted) const;

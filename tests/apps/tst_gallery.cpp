@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "tests/support/tavitest.h"
 
+#include <QDir>
 #include <QImage>
 #include <QProcess>
 #include <QTemporaryDir>
@@ -19,11 +20,16 @@ private Q_SLOTS:
         QVERIFY(gallery.waitForFinished(30000));
         QCOMPARE(gallery.exitCode(), 0);
         QCOMPARE(gallery.readAllStandardError(), QByteArray());
-        const QImage picture(folder.path() + "/pics/spectrobuddy.png");
-        QVERIFY(picture.width() >= 300 && picture.height() >= 100);
-        // The documented picture is the one of today's widget: no other size.
-        const QImage documented(QStringLiteral(DOCS_PICS "/spectrobuddy.png"));
-        QCOMPARE(documented.size(), picture.size());
+        const QDir pictures(folder.path() + "/pics");
+        QCOMPARE(pictures.entryList(QDir::Files, QDir::Name),
+                 QStringList({"colorscheme.png", "spectrobuddy.png", "taviwidgetutil.png"}));
+        for (const QString &name : pictures.entryList(QDir::Files)) {
+            const QImage picture(pictures.filePath(name));
+            QVERIFY2(picture.width() >= 300 && picture.height() >= 100, qPrintable(name));
+            // The documented picture is the one of today's widget: no other size.
+            const QImage documented(QStringLiteral(DOCS_PICS "/") + name);
+            QVERIFY2(documented.size() == picture.size(), qPrintable(name));
+        }
     }
 
     void aFolderThatCannotBeMadeIsTold()

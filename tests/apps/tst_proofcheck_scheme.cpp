@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "proofcheck/mainwindow.h"
 #include "proofcheck/schememenu.h"
+#include "tests/apps/desktopwindow.h"
+#include "tests/support/contrast.h"
 #include "tests/support/tavitest.h"
 
 #include <QAction>
@@ -11,18 +13,13 @@
 #include <QTemporaryDir>
 
 #include <algorithm>
-#include <cmath>
 
 namespace {
 
 /// What xdotool says; empty if it fails.
 QString xdotool(const QStringList &arguments)
 {
-    QProcess process;
-    process.start("xdotool", arguments);
-    if (!process.waitForFinished(10000) || process.exitStatus() != QProcess::NormalExit || process.exitCode() != 0)
-        return QString();
-    return QString::fromLatin1(process.readAllStandardOutput()).trimmed();
+    return toolOutput("xdotool", arguments).trimmed();
 }
 
 /// The program in a process of its own, used with real key presses and looked at through the screen.
@@ -38,10 +35,11 @@ public:
 
     bool isActive()
     {
-        window_ =
-            xdotool({"search", "--onlyvisible", "--pid", QString::number(process_.processId())}).section('\n', 0, 0);
+        window_ = windows().value(0);
         return !window_.isEmpty() && xdotool({"getactivewindow"}) == window_;
     }
+    /// A menu is a window of its own: keys that come earlier go to the one behind it.
+    bool menuIsOpen() const { return windows().size() > 1; }
 
     void press(const QString &keys) { xdotool({"key", keys}); }
 
@@ -71,18 +69,15 @@ public:
     }
 
 private:
+    QStringList windows() const
+    {
+        const QString pid = QString::number(process_.processId());
+        return xdotool({"search", "--onlyvisible", "--pid", pid}).split('\n', Qt::SkipEmptyParts);
+    }
+
     QProcess process_;
     QString window_;
 };
-
-/// Relative luminance as accessibility guidelines have it: of sRGB.
-double relativeLuminance(const QColor &colour)
-{
-    const auto linear = [](double c) {
-        return c <= 0.04045 ? c / 12.92 : std::pow((c + 0.055) / 1.055, 2.4);
-    };
-    return 0.2126 * linear(colour.redF()) + 0.7152 * linear(colour.greenF()) + 0.0722 * linear(colour.blueF());
-}
 
 // How much of the window is its own ground, around a list that is white; and what a few stray pixels are.
 constexpr double ground = 0.1;
@@ -159,6 +154,21 @@ private Q_SLOTS:
         QCOMPARE(registry->getstring("proofcheck scheme", "id"), std::string("default"));
     }
 
+    void theDefaultFollowsTheDesktop()
+    {
+        const QPalette former = QApplication::palette();
+        QPalette dark = former;
+        dark.setColor(QPalette::Window, QColor(40, 40, 40));
+        QApplication::setPalette(dark);
+        const QColor followed = colour();
+        action("scheme_blue")->trigger();
+        const QColor tinted = colour();
+        QApplication::setPalette(former);
+        QCOMPARE(followed, QColor(40, 40, 40));
+        QVERIFY(tinted != followed);
+        QCOMPARE(colour(), tinted);
+    }
+
     void theChoiceIsKept()
     {
         for (const char *id : {"green", "amber", "default", "blue"}) {
@@ -187,10 +197,9 @@ private Q_SLOTS:
         QVector<QColor> seen;
         for (QAction *action : menu()->actions()) {
             action->trigger();
-            const double behind = relativeLuminance(colour());
-            const double text = relativeLuminance(window->palette().color(QPalette::WindowText));
-            const double contrast = (std::max(behind, text) + 0.05) / (std::min(behind, text) + 0.05);
-            QVERIFY2(contrast > 12.0, qPrintable(QStringLiteral("%1: %2").arg(action->text()).arg(contrast)));
+            const double seen_contrast = contrast(colour(), window->palette().color(QPalette::WindowText));
+            QVERIFY2(seen_contrast > 12.0,
+                     qPrintable(QStringLiteral("%1: %2").arg(action->text()).arg(seen_contrast)));
             QVERIFY(!seen.contains(colour()));
             seen.append(colour());
         }
@@ -207,6 +216,7 @@ private Q_SLOTS:
             QTRY_VERIFY_WITH_TIMEOUT(first.share(plain) > ground, 10000);
             QVERIFY(first.share(blue_half) < trace);
             first.press("alt+s");
+            QTRY_VERIFY_WITH_TIMEOUT(first.menuIsOpen(), 10000);
             first.press("b");
             QTRY_VERIFY_WITH_TIMEOUT(first.share(blue_half) > ground, 10000);
             QVERIFY(first.quits());

@@ -131,6 +131,8 @@ private Q_SLOTS:
         QVERIFY(!ColorScheme("x", "x", 256, 0, 0, QColor::Rgb).baseColour().isValid());
         expectLog("HSV parameters out of range");
         QVERIFY(!ColorScheme("x", "x", 0, -1, 0, QColor::Hsv).baseColour().isValid());
+        // A hue goes round.
+        QCOMPARE(ColorScheme("x", "x", 400, 100, 50, QColor::Hsv).baseColour(), QColor::fromHsv(40, 100, 50));
     }
 
     void theDefaultIsToldByItsId()

@@ -89,9 +89,27 @@ private Q_SLOTS:
         }
     }
 
-    void theMatricesAreThoseOfTheClass()
+    void theMatricesHaveTheirNumbers()
     {
-        // Rows do not add up to exactly 1, 0 and 0.
+        // By columns: what full red, green and blue are turned into.
+        const auto check = [](const Matrix &matrix, const double(&columns)[3][3]) {
+            for (int column = 0; column < 3; ++column) {
+                Triple unit = {}, out;
+                unit[column] = 1.0;
+                multiply(matrix, unit, out);
+                for (int row = 0; row < 3; ++row)
+                    QCOMPARE(out[row], columns[column][row]);
+            }
+        };
+        check(ColorScheme::RGBtoYIQ,
+              {{0.2989, 0.5959, 0.2113}, {0.5866, -0.2741, -0.5227}, {0.1144, -0.3218, 0.3113}});
+        check(ColorScheme::RGBtoYUV,
+              {{0.2989, -0.1473, 0.6149}, {0.5866, -0.2891, -0.5145}, {0.1144, -0.4364, -0.1004}});
+        check(ColorScheme::RGBtoHDTV, {{0.2122, -0.1162, 0.5}, {0.7013, -0.3838, -0.4451}, {0.0865, 0.5, -0.0549}});
+    }
+
+    void rowsOfTheMatricesDoNotAddUpExactly()
+    {
         const Triple white = {1.0, 1.0, 1.0};
         Triple yiq;
         multiply(ColorScheme::RGBtoYIQ, white, yiq);

@@ -377,6 +377,14 @@ private Q_SLOTS:
         QCOMPARE(splitter.sizes(), (QList<int>{100, 200, 300}));
     }
 
+    void hugeNumbersDoNoHarm()
+    {
+        ThreePanes splitter;
+        QVERIFY(splitter.isThere());
+        TaviWidgetUtil::applySplitterWidthsString(&splitter, QStringLiteral("2147483647 2147483647 2147483647 "));
+        QCOMPARE(splitter.sizes(), (QList<int>{200, 200, 200}));
+    }
+
     void surplusNumbersDoNoHarm()
     {
         ThreePanes splitter;

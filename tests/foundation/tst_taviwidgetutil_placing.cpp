@@ -6,8 +6,23 @@
 #include "tests/support/testdisplay.h"
 
 #include <QDialog>
+#include <QPointer>
 
 #include <climits>
+
+namespace {
+
+/// A window that starts anew when it is shown: its dialog goes.
+class DialogCloser : public QWidget
+{
+public:
+    QPointer<QDialog> dialog;
+
+protected:
+    void showEvent(QShowEvent *) override { delete dialog; }
+};
+
+} // namespace
 
 /// Centring windows and moving them between screens.
 class TestTaviWidgetUtilPlacing : public TaviTest
@@ -188,6 +203,16 @@ private Q_SLOTS:
         QCOMPARE(dialog.pos(), QPoint(1700, 200));
     }
 
+    /// Shown first and asked for its screen then: where it is, is not known for sure before.
+    void aHiddenWindowOfThatScreenIsShownAllTheSame()
+    {
+        TAVI_NEED_TWO_SCREENS();
+        QWidget window;
+        window.setGeometry(2000, 200, 400, 300);
+        QVERIFY(!TaviWidgetUtil::moveToScreen(&window, 1));
+        QVERIFY(window.isVisible());
+    }
+
     void aCornerThatWouldHardlyShowGoesToTheEdge_data()
     {
         QTest::addColumn<QPoint>("position");
@@ -242,6 +267,20 @@ private Q_SLOTS:
         QVERIFY(TaviWidgetUtil::moveToScreen(&dialog, &parent));
         QVERIFY(parent.isVisible());
         QVERIFY(!dialog.isVisible());
+    }
+
+    void aDialogMayGoWhenItsParentIsShown()
+    {
+        TAVI_NEED_TWO_SCREENS();
+        DialogCloser parent;
+        parent.setGeometry(2000, 100, 600, 400);
+        parent.dialog = new QDialog(&parent);
+        QVERIFY(!TaviWidgetUtil::moveToScreen(parent.dialog, &parent));
+        QVERIFY(parent.isVisible() && !parent.dialog);
+        parent.hide();
+        parent.dialog = new QDialog(&parent);
+        TaviWidgetUtil::restoreSize(parent.dialog, 100, 200, 300, 200, true, true, 0);
+        QVERIFY(parent.isVisible() && !parent.dialog);
     }
 
     void withOneScreenNothingMoves()

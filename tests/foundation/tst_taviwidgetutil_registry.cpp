@@ -62,8 +62,10 @@ private Q_SLOTS:
     void aSizeBelowTheMinimumSizeHintIsRaised();
     void aWindowTooHighIsCutAtTheBottom_data();
     void aWindowTooHighIsCutAtTheBottom();
+    void theCutCountsFromWhereTheClientWasPut();
     void widthIsNeverCut();
     void aFrameAboveTheScreenComesDown();
+    void aClientThatBeginsAtTheTopStaysThere();
     void anyStoredNumberIsGood_data();
     void anyStoredNumberIsGood();
     void aRectangleIsRelativeToo();
@@ -304,6 +306,18 @@ void TestTaviWidgetUtilRegistry::aWindowTooHighIsCutAtTheBottom()
     QCOMPARE(window.geometry(), QRect(200, qMax(y, 0), 400, wanted));
 }
 
+/// Not from where it stands by then, if its frame had to come down.
+void TestTaviWidgetUtilRegistry::theCutCountsFromWhereTheClientWasPut()
+{
+    QWidget window;
+    window.setGeometry(300, 300, 400, 300);
+    QVERIFY(showWithFrame(window));
+    const int title = window.geometry().top() - window.frameGeometry().top();
+    QVERIFY(title > 5);
+    TaviWidgetUtil::restoreSize(&window, 100, 5, 400, 2000, true, false, 0);
+    QCOMPARE(window.geometry(), QRect(100, title, 400, 1196));
+}
+
 void TestTaviWidgetUtilRegistry::widthIsNeverCut()
 {
     QWidget window;
@@ -325,6 +339,15 @@ void TestTaviWidgetUtilRegistry::aFrameAboveTheScreenComesDown()
     // A frame that just fits is left alone.
     TaviWidgetUtil::restoreSize(&window, 100, client.y(), 400, 300, true, false, 0);
     QCOMPARE(window.geometry(), QRect(100, client.y(), 400, 300));
+}
+
+/// It is placed by its client until there is a frame: moved by then, it would stand there with its frame.
+void TestTaviWidgetUtilRegistry::aClientThatBeginsAtTheTopStaysThere()
+{
+    QWidget window;
+    TaviWidgetUtil::restoreSize(&window, 100, 0, 400, 300, true, false, 0);
+    QVERIFY(showWithFrame(window));
+    QCOMPARE(window.geometry(), QRect(100, 0, 400, 300));
 }
 
 void TestTaviWidgetUtilRegistry::anyStoredNumberIsGood_data()

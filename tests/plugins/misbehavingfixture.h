@@ -3,7 +3,6 @@
 #define TESTS_PLUGINS_MISBEHAVINGFIXTURE_H
 
 #include "tests/support/instruments/spectrobuddyfixture.h"
-#include "tests/support/shortsleeps.h"
 
 /// A control group with a good instrument ("Scripted") and colours that came before; a second one ("Bad") is for the
 /// test to spoil. At the end nothing of what came before may be missing, and the good one must measure as ever.
@@ -94,7 +93,6 @@ public:
     ScriptedPlugin *bad = nullptr;
 
 private:
-    const ShortSleeps short_sleeps_; // a read that was about to end when it is stopped would cost a second
     bool measured_before_ = false;
     int spots_before_ = 0;
 };

@@ -1,32 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "resources/drawings.h"
+#include "tests/support/contrast.h"
 #include "tests/support/tavitest.h"
 
 #include <QFile>
 #include <QPainter>
 
-#include <cmath>
-
 namespace {
 
 constexpr double readable = 3.0; ///< The contrast that signs and outlines want (WCAG 2.1, 1.4.11).
-
-/// Relative luminance as WCAG 2.1 defines it.
-double luminance(QRgb colour)
-{
-    const auto linear = [](int value) {
-        const double part = value / 255.0;
-        return part <= 0.04045 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
-    };
-    return 0.2126 * linear(qRed(colour)) + 0.7152 * linear(qGreen(colour)) + 0.0722 * linear(qBlue(colour));
-}
-
-double contrast(QRgb a, QRgb b)
-{
-    const double first = luminance(a) + 0.05;
-    const double second = luminance(b) + 0.05;
-    return std::max(first, second) / std::min(first, second);
-}
 
 int largestDifference(const QImage &a, const QImage &b)
 {

@@ -5,6 +5,7 @@
 #include "instruments/spectrobuddy.h"
 #include "taviapp/tavicombocolour_cc.h"
 #include "tests/support/instruments/readersfolder.h"
+#include "tests/support/shortsleeps.h"
 #include "tests/support/tavitest.h"
 
 #include <QCheckBox>
@@ -107,6 +108,7 @@ public:
         return 0;
     }
 
+    const ShortSleeps short_sleeps; // each stop of a read that has not ended would cost a second
     ReadersFolder readers;
     ScriptedPlugin *plugin = nullptr;
     std::unique_ptr<QObject> context = std::make_unique<QObject>();
