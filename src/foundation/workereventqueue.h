@@ -71,9 +71,12 @@ public:
 
     /// Calls @a dispatch(T *) for every queued record, oldest first, those that arrive meanwhile included, and frees
     /// each behind its dispatch. Does nothing while a drain is under way.
+    ///
+    /// Every event of the queue is answered with one call, be it nested; calls besides do no harm.
     template <typename Dispatch>
     void drain(Dispatch dispatch)
     {
+        wasWoken();
         if (dispatching_)
             return;
         dispatching_ = true;

@@ -4,8 +4,6 @@
 #include <QCoreApplication>
 #include <QEvent>
 
-#include <atomic>
-
 #ifdef __GLIBC__
 #include <malloc.h>
 #endif
@@ -13,48 +11,27 @@
 namespace {
 
 /// How many events may stand in Qt's list. Two would do for the order.
-constexpr size_t line_limit = 1024;
+constexpr size_t posted_limit = 1024;
 constexpr size_t long_burst = 100000;
+
+void postTo(QObject *receiver)
+{
+    QCoreApplication::postEvent(receiver, new QEvent(QEvent::User));
+}
 
 } // namespace
 
-/// The events of one queue that are not delivered yet. The first of them, up to the limit, are posted.
-struct WorkerEventQueueBase::Line {
-    QObject *receiver = nullptr; ///< Null when the queue is gone.
-    std::atomic<size_t> length = 0;
-};
-
-/// Makes room for the next one when it is destroyed, which Qt does behind its delivery.
-class WorkerEventQueueBase::WakeEvent : public QEvent
-{
-public:
-    explicit WakeEvent(std::shared_ptr<Line> line) : QEvent(QEvent::User), line_(std::move(line)) {}
-    ~WakeEvent() override
-    {
-        if (line_->length.fetch_sub(1) > line_limit && line_->receiver)
-            QCoreApplication::postEvent(line_->receiver, new WakeEvent(line_));
-    }
-    WakeEvent(const WakeEvent &) = delete;
-    WakeEvent &operator=(const WakeEvent &) = delete;
-
-private:
-    std::shared_ptr<Line> line_;
-};
-
-WorkerEventQueueBase::WorkerEventQueueBase(QObject *receiver) : line_(std::make_shared<Line>())
-{
-    line_->receiver = receiver;
-}
-
-WorkerEventQueueBase::~WorkerEventQueueBase()
-{
-    line_->receiver = nullptr;
-}
-
 void WorkerEventQueueBase::wake()
 {
-    if (line_->length.fetch_add(1) < line_limit)
-        QCoreApplication::postEvent(line_->receiver, new WakeEvent(line_));
+    if (expected_.fetch_add(1) < posted_limit)
+        postTo(receiver_);
+}
+
+void WorkerEventQueueBase::wasWoken()
+{
+    // Only this thread takes away, so that it cannot fall below zero.
+    if (expected_.load() > 0 && expected_.fetch_sub(1) > posted_limit)
+        postTo(receiver_);
 }
 
 void WorkerEventQueueBase::giveBack(size_t count)

@@ -139,6 +139,34 @@ private Q_SLOTS:
         QCOMPARE(seen_at_the_end, size_t(5000));
     }
 
+    void aLongBurstLeavesOtherEventsTheirTurn()
+    {
+        Receiver receiver;
+        for (int i = 0; i < 5000; ++i)
+            receiver.queue.post(newRecord(0, i));
+        QCoreApplication::sendPostedEvents();
+        QCOMPARE(receiver.seen.size(), size_t(5000));
+        QVERIFY(receiver.events < 5000);
+        QTRY_COMPARE(receiver.events, 5000);
+    }
+
+    void drainsWithoutAnEventDoNoHarm()
+    {
+        Receiver receiver;
+        const auto drain = [&receiver] {
+            receiver.queue.drain(
+                [&receiver](const Record *record) { receiver.seen.emplace_back(record->producer, record->number); });
+        };
+        drain();
+        for (int i = 0; i < 5000; ++i) {
+            receiver.queue.post(newRecord(0, i));
+            if (i % 2 == 0)
+                drain();
+        }
+        QTRY_COMPARE(receiver.events, 5000);
+        QCOMPARE(receiver.seen.size(), size_t(5000));
+    }
+
     void memoryIsWhereItWasAfterTheReceiverWasHeldUp()
     {
         constexpr int count = 200000;
