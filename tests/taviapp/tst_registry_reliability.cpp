@@ -473,6 +473,14 @@ private Q_SLOTS:
         QVERIFY(noticed > 300);
     }
 
+    void aFileThatClaimsMoreThanAnyMemoryIsMovedAside()
+    {
+        const QByteArray damaged = readFile(dataFile(QStringLiteral("taviapp/huge_length.db")));
+        QCOMPARE(damaged.size(), 1024);
+        expectLog("cannot be used and is now");
+        QCOMPARE(openDamaged(damaged, {}), MovedAside);
+    }
+
     void aDamagedLogOfAKilledStoreIsReadUpToTheDamage()
     {
         // What a killed program leaves: a file and a log of some dozens of changes.
