@@ -399,6 +399,7 @@ RegistryFile::Result RegistryFile::failure(int code) const
     case SQLITE_DONE:  // an answer of no rows where there must be one
     case SQLITE_CONSTRAINT:
     case SQLITE_MISMATCH:
+    case SQLITE_TOOBIG: // a damaged length
         return damaged(reason);
     default:
         return failed(reason);
