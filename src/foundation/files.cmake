@@ -3,7 +3,8 @@ list(APPEND TAVIWIDGETS_HEADERS
     foundation/colorscheme.h
     foundation/taviscreens.h
     foundation/taviwidgetutil.h
-    foundation/workereventqueue.h)
+    foundation/workereventqueue.h
+    foundation/workereventqueuebase.h)
 list(APPEND TAVIWIDGETS_SOURCES
     foundation/colorscheme.cpp
     foundation/colorschememath.cpp
@@ -15,4 +16,5 @@ list(APPEND TAVIWIDGETS_SOURCES
     foundation/taviwidgetutil_geometry.cpp
     foundation/windowgeometry.cpp
     foundation/windowgeometry_p.h
+    foundation/workereventqueuebase.cpp
     ${PROJECT_SOURCE_DIR}/resources/tavi.qrc)

@@ -2,9 +2,9 @@
 #ifndef FOUNDATION_WORKEREVENTQUEUE_H
 #define FOUNDATION_WORKEREVENTQUEUE_H
 
+#include "foundation/workereventqueuebase.h"
 #include "tavilib/tavipacketchain.h"
 
-#include <QCoreApplication>
 #include <QEvent>
 
 #include <mutex>
@@ -13,7 +13,8 @@
 ///
 /// A worker gives records to post(); each record is followed by one custom event of type QEvent::User (1000), sent
 /// to the receiver, which carries nothing and only says: look at the queue. The receiver's `event()` answers it with
-/// drain(), which hands out everything that is queued, oldest first.
+/// drain(), which hands out everything that is queued, oldest first. In a long burst the events are spread over
+/// several turns of the event loop (see WorkerEventQueueBase); the records do not wait for them.
 ///
 /// @code
 /// bool Follower::event(QEvent *event)
@@ -28,6 +29,9 @@
 /// **Ownership.** The queue owns a record from post() until it is freed, behind its dispatch or by clear(), with the
 /// function given at construction. The receiver owns the queue, as a member, and stops its workers before it goes.
 ///
+/// **Memory.** A receiver that is held up lets the queue grow by what is posted. When it has been drained or cleared,
+/// the memory of records and events is back where it was, also behind a million of them.
+///
 /// **Threads.** post() may be called from any thread; everything else from the receiver's thread alone. The lock
 /// guards the list of posted records and nothing else: it is never held during a dispatch.
 ///
@@ -35,15 +39,15 @@
 /// may call clear(): nothing that was queued before is dispatched afterwards. It may destroy the queue (with its
 /// receiver): the drain then ends without touching it again.
 template <TaviPacket T>
-class WorkerEventQueue
+class WorkerEventQueue : private WorkerEventQueueBase
 {
 public:
     using FreeFunction = void (*)(T *);
 
     /// A queue that wakes @a receiver and frees records with @a free_record.
-    WorkerEventQueue(QObject *receiver, FreeFunction free_record) : receiver_(receiver), free_record_(free_record) {}
-    WorkerEventQueue(const WorkerEventQueue &) = delete;
-    WorkerEventQueue &operator=(const WorkerEventQueue &) = delete;
+    WorkerEventQueue(QObject *receiver, FreeFunction free_record)
+        : WorkerEventQueueBase(receiver), free_record_(free_record)
+    {}
 
     /// Frees what is queued. No thread may post any more.
     ~WorkerEventQueue()
@@ -62,28 +66,34 @@ public:
             const std::scoped_lock lock(mutex_);
             posted_.append(record);
         }
-        QCoreApplication::postEvent(receiver_, new QEvent(QEvent::User));
+        wake();
     }
 
     /// Calls @a dispatch(T *) for every queued record, oldest first, those that arrive meanwhile included, and frees
     /// each behind its dispatch. Does nothing while a drain is under way.
+    ///
+    /// Every event of the queue is answered with one call, be it nested; calls besides do no harm.
     template <typename Dispatch>
     void drain(Dispatch dispatch)
     {
+        wasWoken();
         if (dispatching_)
             return;
         dispatching_ = true;
         bool destroyed = false;
         destroyed_ = &destroyed;
         const FreeFunction free_record = free_record_;
+        size_t count = 0;
         while (takePosted()) {
             while (T *record = taken_.takeFirst()) {
                 dispatch(record);
                 free_record(record);
                 if (destroyed)
                     return;
+                ++count;
             }
         }
+        giveBack(count);
         destroyed_ = nullptr;
         dispatching_ = false;
     }
@@ -91,13 +101,14 @@ public:
     /// Frees everything that is queued without dispatching it, also what a drain under way has still in hand.
     void clear()
     {
-        freeAll(taken_.takeAll());
-        T *posted = nullptr;
-        {
-            const std::scoped_lock lock(mutex_);
-            posted = posted_.takeAll();
+        takePosted();
+        const size_t count = taken_.length();
+        for (T *record = taken_.takeAll(); record;) {
+            T *next = NextInList(record);
+            free_record_(record);
+            record = next;
         }
-        freeAll(posted);
+        giveBack(count);
     }
 
     /// Whether a drain is under way.
@@ -119,16 +130,6 @@ private:
         return !taken_.isEmpty();
     }
 
-    void freeAll(T *list)
-    {
-        while (list) {
-            T *next = NextInList(list);
-            free_record_(list);
-            list = next;
-        }
-    }
-
-    QObject *const receiver_;
     const FreeFunction free_record_;
     mutable std::mutex mutex_;
     TaviPacketChain<T> posted_; ///< Guarded by the mutex.

@@ -76,6 +76,15 @@ private:
     sqlite3_stmt *statement_;
 };
 
+/// Whether memory is out, which is a passing state. A damaged length may ask for more than there can ever be.
+bool memoryIsShort()
+{
+    constexpr int plenty = 1 << 24;
+    void *memory = sqlite3_malloc(plenty);
+    sqlite3_free(memory);
+    return !memory;
+}
+
 RegistryFile::Result damaged(std::string reason)
 {
     return {RegistryFile::Outcome::Damaged, std::move(reason)};
@@ -381,6 +390,8 @@ RegistryFile::Result RegistryFile::failure(int code) const
 {
     const std::string reason = sqlite3_errmsg(database_);
     switch (code & 0xff) {
+    case SQLITE_NOMEM:
+        return memoryIsShort() ? failed(reason) : damaged("it claims more than memory holds");
     case SQLITE_CORRUPT:
     case SQLITE_NOTADB:
     case SQLITE_FORMAT:
@@ -388,6 +399,7 @@ RegistryFile::Result RegistryFile::failure(int code) const
     case SQLITE_DONE:  // an answer of no rows where there must be one
     case SQLITE_CONSTRAINT:
     case SQLITE_MISMATCH:
+    case SQLITE_TOOBIG: // a damaged length
         return damaged(reason);
     default:
         return failed(reason);

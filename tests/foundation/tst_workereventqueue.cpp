@@ -7,7 +7,33 @@
 #include <thread>
 #include <vector>
 
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+/// Of the sanitizers' interface, whose header does not come with every compiler.
+extern "C" size_t __sanitizer_get_current_allocated_bytes();
+#else
+#include <malloc.h>
+#endif
+
+#ifdef __SANITIZE_ADDRESS__
+/// What is freed is not held back, so that it does not count as allocated.
+extern "C" const char *__asan_default_options()
+{
+    return "quarantine_size_mb=0:thread_local_quarantine_size_kb=0";
+}
+#endif
+
 namespace {
+
+/// Bytes of the whole process that are allocated and not freed.
+size_t allocatedBytes()
+{
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+    return __sanitizer_get_current_allocated_bytes();
+#else
+    const struct mallinfo2 info = mallinfo2();
+    return info.uordblks + info.hblkhd;
+#endif
+}
 
 struct Record {
     TAVIPACKETHEADER header;
@@ -80,14 +106,87 @@ private Q_SLOTS:
         QCOMPARE(receiver.queue.length(), size_t(0));
     }
 
+    void everyRecordPostsAnEventOfItsOwn_data()
+    {
+        QTest::addColumn<int>("count");
+        for (const int count : {1, 5, 1023, 1024, 1025, 10000})
+            QTest::addRow("%d", count) << count;
+    }
+
     void everyRecordPostsAnEventOfItsOwn()
     {
+        QFETCH(int, count);
         Receiver receiver;
-        for (int i = 0; i < 5; ++i)
+        for (int i = 0; i < count; ++i)
             receiver.queue.post(newRecord(0, i));
+        QTRY_VERIFY(receiver.events >= count);
         QCoreApplication::processEvents();
-        QCOMPARE(receiver.events, 5);
-        QCOMPARE(receiver.seen.size(), size_t(5));
+        QCOMPARE(receiver.events, count);
+        QCOMPARE(receiver.seen.size(), size_t(count));
+    }
+
+    void recordsArriveBeforeAnEventThatWasPostedBehindThem()
+    {
+        Receiver receiver;
+        size_t seen_at_the_end = 0;
+        for (int i = 0; i < 5000; ++i)
+            receiver.queue.post(newRecord(0, i));
+        const auto end = [&] {
+            seen_at_the_end = receiver.seen.size();
+        };
+        QMetaObject::invokeMethod(&receiver, end, Qt::QueuedConnection);
+        QTRY_VERIFY(seen_at_the_end > 0);
+        QCOMPARE(seen_at_the_end, size_t(5000));
+    }
+
+    void aLongBurstLeavesOtherEventsTheirTurn()
+    {
+        Receiver receiver;
+        for (int i = 0; i < 5000; ++i)
+            receiver.queue.post(newRecord(0, i));
+        QCoreApplication::sendPostedEvents();
+        QCOMPARE(receiver.seen.size(), size_t(5000));
+        QVERIFY(receiver.events < 5000);
+        QTRY_COMPARE(receiver.events, 5000);
+    }
+
+    void drainsWithoutAnEventDoNoHarm()
+    {
+        Receiver receiver;
+        const auto drain = [&receiver] {
+            receiver.queue.drain(
+                [&receiver](const Record *record) { receiver.seen.emplace_back(record->producer, record->number); });
+        };
+        drain();
+        for (int i = 0; i < 5000; ++i) {
+            receiver.queue.post(newRecord(0, i));
+            if (i % 2 == 0)
+                drain();
+        }
+        QTRY_COMPARE(receiver.events, 5000);
+        QCOMPARE(receiver.seen.size(), size_t(5000));
+    }
+
+    void memoryIsWhereItWasAfterTheReceiverWasHeldUp()
+    {
+        constexpr int count = 200000;
+        Receiver receiver;
+        const auto heldUp = [&receiver](int length) {
+            receiver.events = 0;
+            std::thread worker([&receiver, length] {
+                for (int i = 0; i < length; ++i)
+                    receiver.queue.post(newRecord(0, i));
+            });
+            worker.join();
+            QTRY_COMPARE_WITH_TIMEOUT(receiver.events, length, 60000);
+            QCOMPARE(receiver.seen.size(), size_t(length));
+            std::vector<std::pair<int, int>>().swap(receiver.seen);
+        };
+        heldUp(100); // what is made once is made
+        const size_t before = allocatedBytes();
+        heldUp(count);
+        const size_t after = allocatedBytes();
+        QVERIFY2(after <= before + 100000, qPrintable(QStringLiteral("%1 to %2 bytes").arg(before).arg(after)));
     }
 
     void aNullRecordIsIgnored()
@@ -212,6 +311,18 @@ private Q_SLOTS:
         }
         QCOMPARE(records_alive.load(), 0);
         QCoreApplication::processEvents(); // the events went with the receiver
+    }
+
+    void aReceiverMayGoWithManyEventsOnTheirWay()
+    {
+        auto receiver = std::make_unique<Receiver>();
+        for (int i = 0; i < 5000; ++i)
+            receiver->queue.post(newRecord(0, i));
+        QCoreApplication::sendPostedEvents(receiver.get(), QEvent::User);
+        receiver->queue.post(newRecord(0, 5000));
+        receiver.reset();
+        QCOMPARE(records_alive.load(), 0);
+        QCoreApplication::processEvents();
     }
 };
 

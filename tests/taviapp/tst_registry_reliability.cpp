@@ -473,6 +473,22 @@ private Q_SLOTS:
         QVERIFY(noticed > 300);
     }
 
+    void aFileThatClaimsMoreThanMemoryHoldsIsMovedAside_data()
+    {
+        QTest::addColumn<QString>("name");
+        for (const char *name : {"huge_length.db", "huge_text.db"})
+            QTest::newRow(name) << QString::fromLatin1(name);
+    }
+
+    void aFileThatClaimsMoreThanMemoryHoldsIsMovedAside()
+    {
+        QFETCH(QString, name);
+        const QByteArray damaged = readFile(dataFile(QStringLiteral("taviapp/") + name));
+        QCOMPARE(damaged.size(), 1024);
+        expectLog("cannot be used and is now");
+        QCOMPARE(openDamaged(damaged, {}), MovedAside);
+    }
+
     void aDamagedLogOfAKilledStoreIsReadUpToTheDamage()
     {
         // What a killed program leaves: a file and a log of some dozens of changes.
