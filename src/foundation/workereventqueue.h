@@ -62,11 +62,14 @@ public:
     {
         if (!record)
             return;
+        bool post_event = false;
         {
             const std::scoped_lock lock(mutex_);
             posted_.append(record);
+            post_event = expectEvent();
         }
-        wake();
+        if (post_event)
+            postEvent();
     }
 
     /// Calls @a dispatch(T *) for every queued record, oldest first, those that arrive meanwhile included, and frees
@@ -76,7 +79,15 @@ public:
     template <typename Dispatch>
     void drain(Dispatch dispatch)
     {
-        wasWoken();
+        bool post_event = false;
+        {
+            const std::scoped_lock lock(mutex_);
+            post_event = takeEvent();
+            if (!dispatching_)
+                taken_.moveFrom(posted_);
+        }
+        if (post_event)
+            postEvent();
         if (dispatching_)
             return;
         dispatching_ = true;
@@ -84,7 +95,7 @@ public:
         destroyed_ = &destroyed;
         const FreeFunction free_record = free_record_;
         size_t count = 0;
-        while (takePosted()) {
+        do {
             while (T *record = taken_.takeFirst()) {
                 dispatch(record);
                 free_record(record);
@@ -92,7 +103,7 @@ public:
                     return;
                 ++count;
             }
-        }
+        } while (takePosted());
         giveBack(count);
         destroyed_ = nullptr;
         dispatching_ = false;

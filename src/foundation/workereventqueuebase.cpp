@@ -14,24 +14,21 @@ namespace {
 constexpr size_t posted_limit = 1024;
 constexpr size_t long_burst = 100000;
 
-void postTo(QObject *receiver)
-{
-    QCoreApplication::postEvent(receiver, new QEvent(QEvent::User));
-}
-
 } // namespace
 
-void WorkerEventQueueBase::wake()
+bool WorkerEventQueueBase::expectEvent()
 {
-    if (expected_.fetch_add(1) < posted_limit)
-        postTo(receiver_);
+    return expected_++ < posted_limit;
 }
 
-void WorkerEventQueueBase::wasWoken()
+bool WorkerEventQueueBase::takeEvent()
 {
-    // Only this thread takes away, so that it cannot fall below zero.
-    if (expected_.load() > 0 && expected_.fetch_sub(1) > posted_limit)
-        postTo(receiver_);
+    return expected_ > 0 && expected_-- > posted_limit;
+}
+
+void WorkerEventQueueBase::postEvent()
+{
+    QCoreApplication::postEvent(receiver_, new QEvent(QEvent::User));
 }
 
 void WorkerEventQueueBase::giveBack(size_t count)

@@ -4,7 +4,6 @@
 
 #include "foundation/taviwidgets_export.h"
 
-#include <atomic>
 #include <cstddef>
 
 class QObject;
@@ -12,11 +11,11 @@ class QObject;
 /// What of a WorkerEventQueue does not depend on the kind of its records: the events that wake the receiver, and the
 /// memory that a burst leaves behind. Of no use but as its base.
 ///
-/// **Events.** Each wake() comes to one event of type QEvent::User at the receiver, which tells of it with
-/// wasWoken(). No more than a thousand or so stand in Qt's list of posted events at a time, because that list grows
-/// as needed and never shrinks: the others follow as those are answered. Between them other events have their turn,
-/// so that a long burst does not hold up the user interface. Some event is always on its way while one is owed; what
-/// is posted to the receiver behind a wake() therefore arrives behind an event that was.
+/// **Events.** Each record comes to one event of type QEvent::User at the receiver. No more than a thousand or so
+/// stand in Qt's list of posted events at a time, because that list grows as needed and never shrinks: the others
+/// follow as those come. Between them other events have their turn, so that a long burst does not hold up the user
+/// interface. Some event is always on its way while one is owed; what is posted to the receiver behind a record
+/// therefore arrives behind an event that was.
 class TAVIWIDGETS_EXPORT WorkerEventQueueBase
 {
 public:
@@ -28,10 +27,13 @@ protected:
     explicit WorkerEventQueueBase(QObject *receiver) : receiver_(receiver) {}
     ~WorkerEventQueueBase() = default;
 
-    /// Sends the receiver one event. From any thread; O(1).
-    void wake();
-    /// One event has come. In the receiver's thread; O(1). Being told of one more does no harm.
-    void wasWoken();
+    /// Under the queue's lock: one more event is to come. Whether it is to be posted now.
+    bool expectEvent();
+    /// Under the queue's lock: one event has come; that one more is said to have come does no harm. Whether one that
+    /// is owed is to be posted now.
+    bool takeEvent();
+    /// Without the lock. From any thread; O(1).
+    void postEvent();
 
     /// Tells that @a count records were freed in one go. Behind a long burst the memory allocator would keep their
     /// memory for more of the same: it is asked to give it back to the system. O(1) for fewer than 100,000 records,
@@ -40,8 +42,7 @@ protected:
 
 private:
     QObject *const receiver_;
-    /// Events that have not come yet. Those up to the limit are posted, the rest is owed.
-    std::atomic<size_t> expected_ = 0;
+    size_t expected_ = 0; ///< Events that have not come yet. Those up to the limit are posted, the rest is owed.
 };
 
 #endif

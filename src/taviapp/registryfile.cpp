@@ -147,6 +147,8 @@ RegistryFile::Result RegistryFile::open(const std::string &path, RegistrySection
         result = prepare();
     if (result.done())
         result = load(content);
+    if (result.done())
+        result = chooseLog(); // writes into the file, which is sound by now
     if (result.done()) {
         // If another connection holds the lock, it reads and writes the log too and has looked at it in its turn.
         sqlite3_busy_timeout(database_, 0);
@@ -208,8 +210,11 @@ RegistryFile::Result RegistryFile::examine(const std::string &path)
             && ::faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS) == 0)
             result = damaged("its header is damaged");
     }
-    if (!result.done())
-        return result;
+    return result;
+}
+
+RegistryFile::Result RegistryFile::chooseLog()
+{
     // Where the file system has no shared memory this stays at a rollback journal, which is as safe.
     run("PRAGMA journal_mode=WAL");
     return run("PRAGMA synchronous=NORMAL");

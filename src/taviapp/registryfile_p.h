@@ -64,6 +64,7 @@ public:
 private:
     Result examine(const std::string &path);
     Result examineSchema();
+    Result chooseLog();
     Result prepare();
     Result load(RegistrySections &content);
     std::optional<std::string> keepBrokenLog(const std::string &path);

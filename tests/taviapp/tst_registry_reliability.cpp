@@ -473,6 +473,22 @@ private Q_SLOTS:
         QVERIFY(noticed > 300);
     }
 
+    void aDamagedFileWithoutALogIsMovedAsideUnchanged()
+    {
+        {
+            TaviRegistry registry(file());
+            registry.putstring("section 0", "name", "some text");
+        }
+        QByteArray bytes = readFile(path());
+        bytes[18] = bytes[19] = '\1'; // a file in the older of the two modes
+        const Model model = {{"section 0", {{"name", "some text"}}}};
+        QCOMPARE(openDamaged(bytes, model), Sound);
+
+        bytes.replace("some text", "some test");
+        expectLog("cannot be used and is now");
+        QCOMPARE(openDamaged(bytes, model), MovedAside);
+    }
+
     void aFileThatClaimsMoreThanMemoryHoldsIsMovedAside_data()
     {
         QTest::addColumn<QString>("name");
