@@ -12,9 +12,6 @@
 
 namespace {
 
-constexpr int id_role = Qt::UserRole;
-constexpr int pointer_role = Qt::UserRole + 1;
-constexpr int first_user_data_role = Qt::UserRole + 2;
 constexpr int row_default = -1;
 
 TaviTreeItemAccess::TextWrites text_writes;
@@ -149,9 +146,9 @@ QVariant TaviTreeItem::data(int column, int role) const
         break;
     case Qt::CheckStateRole:
         return isCheckable(column) ? QVariant(static_cast<int>(checkState(column))) : QVariant();
-    case id_role:
+    case IdRole:
         return id_;
-    case pointer_role:
+    case PointerRole:
         return QVariant::fromValue(static_cast<void *>(self_reference));
     default:
         break;
@@ -163,8 +160,8 @@ QVariant TaviTreeItem::data(int column, int role) const
 bool TaviTreeItem::setData(int column, const QVariant &value, int role)
 {
     switch (role) {
-    case id_role:
-    case pointer_role:
+    case IdRole:
+    case PointerRole:
         return false;
     case Qt::CheckStateRole: {
         const int state = value.toInt();
@@ -182,7 +179,7 @@ bool TaviTreeItem::setData(int column, const QVariant &value, int role)
 
 int TaviTreeItem::getUserDataRole(unsigned int index)
 {
-    return static_cast<int>(index) + first_user_data_role;
+    return static_cast<int>(index) + FirstUserDataRole;
 }
 
 bool TaviTreeItem::setUserData(int column, const QVariant &value, unsigned int index)
@@ -291,14 +288,14 @@ bool TaviTreeItem::isEditable(int column) const
 void TaviTreeItem::setCheckable(int column, bool checkable, bool tristate)
 {
     setColumnFlag(column, Qt::ItemIsUserCheckable, checkable);
-    setColumnFlag(column, Qt::ItemIsUserTristate, tristate);
+    setColumnFlag(column, Qt::ItemIsAutoTristate, tristate);
 }
 
 bool TaviTreeItem::isCheckable(int column, bool *tristate) const
 {
     const Qt::ItemFlags flags_of_column = columnFlags(column);
     if (tristate)
-        *tristate = flags_of_column.testFlag(Qt::ItemIsUserTristate);
+        *tristate = flags_of_column.testFlag(Qt::ItemIsAutoTristate);
     return flags_of_column.testFlag(Qt::ItemIsUserCheckable);
 }
 

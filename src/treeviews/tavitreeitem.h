@@ -48,8 +48,8 @@ public:
 /// |---|---|---|
 /// | `Qt::EditRole`, `Qt::ToolTipRole` | the text, `Qt::DisplayRole` | edit: the text; tool tip: stored, never read |
 /// | `Qt::CheckStateRole` | checkState() of a checkable column, otherwise invalid | as setCheckState() |
-/// | `Qt::UserRole` | id() | refused |
-/// | `Qt::UserRole + 1` | a `void *` to the item | refused |
+/// | IdRole | id() | refused |
+/// | PointerRole | a `void *` to the item | refused |
 /// | any other | as stored | stored |
 ///
 /// Free slots for application data begin at getUserDataRole(0).
@@ -70,6 +70,13 @@ class TAVIWIDGETS_EXPORT TaviTreeItem : public QObject
     Q_OBJECT
 
 public:
+    /// The roles that items add to those of Qt. Their numbers are fixed: they travel through applications' data.
+    enum Role {
+        IdRole = 32,            ///< the number of the item, an int
+        PointerRole = 33,       ///< the address of the item, a `void *`
+        FirstUserDataRole = 34, ///< the first free slot
+    };
+
     /// An item without values. @a parent is remembered as the parent, which does not list the item yet.
     explicit TaviTreeItem(TaviTreeItem *parent = nullptr);
     /// The same with @a display_data as the texts of the columns from 0 on.

@@ -59,7 +59,7 @@ TaviTreeModel::~TaviTreeModel()
 
 TaviTreeItem *TaviTreeModel::itemFromIndex(const QModelIndex &index)
 {
-    const QVariant pointer = index.model()->data(index, Qt::UserRole + 1);
+    const QVariant pointer = index.model()->data(index, TaviTreeItem::PointerRole);
     return pointer.userType() == QMetaType::VoidStar ? static_cast<TaviTreeItem *>(pointer.value<void *>()) : nullptr;
 }
 
@@ -199,17 +199,17 @@ QModelIndex TaviTreeModel::indexFromId(int id) const
     if (!own_order) {
         if (TaviTreeItem *const item = TaviTreeItemAccess::itemById(id)) {
             const QModelIndex found = indexInTree(item);
-            if (found.isValid() && (!own_answers || data(found, Qt::UserRole) == QVariant(id)))
+            if (found.isValid() && (!own_answers || data(found, TaviTreeItem::IdRole) == QVariant(id)))
                 return found;
         }
         if (!own_answers)
             return {};
     }
     const QModelIndex start = index(0, 0, QModelIndex());
-    return start.isValid()
-               ? match(start, Qt::UserRole, QVariant(id), 1, Qt::MatchFlags(Qt::MatchWrap | Qt::MatchRecursive))
-                     .value(0, QModelIndex())
-               : QModelIndex();
+    return start.isValid() ? match(start, TaviTreeItem::IdRole, QVariant(id), 1,
+                                   Qt::MatchFlags(Qt::MatchWrap | Qt::MatchRecursive))
+                                 .value(0, QModelIndex())
+                           : QModelIndex();
 }
 
 QModelIndex TaviTreeModel::indexFromItem(const TaviTreeItem *item) const

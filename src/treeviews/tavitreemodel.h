@@ -44,8 +44,8 @@ public:
 /// **Derived classes** may override what QAbstractItemModel lets them, and items may override TaviTreeItem::data()
 /// and TaviTreeItem::childCount(). Where nobody does, the model goes short ways to the same results: it reads the
 /// item out of an index of its own, and finds an item by number in the time its depth needs. An item that is found
-/// this way and whose class or model answers role `Qt::UserRole` itself is asked for it. A number that no item of the
-/// tree bears is searched for by a walk of the whole tree as soon as some class in it answers for itself.
+/// this way and whose class or model answers TaviTreeItem::IdRole itself is asked for it. A number that no item of
+/// the tree bears is searched for by a walk of the whole tree as soon as some class in it answers for itself.
 ///
 /// **Threads.** The main thread.
 class TAVIWIDGETS_EXPORT TaviTreeModel : public QAbstractItemModel
