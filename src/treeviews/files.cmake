@@ -16,3 +16,18 @@ list(APPEND TAVIWIDGETS_SOURCES
     treeviews/taviheaderview_menu.cpp
     treeviews/taviheaderview_state.cpp
     treeviews/tavitreeitemdelegate.cpp)
+    treeviews/tavitreeitem.h
+    treeviews/tavitreemodel.h
+    treeviews/tavitreeproxymodel.h)
+list(APPEND TAVIWIDGETS_SOURCES
+    treeviews/tavioverride_p.h
+    treeviews/tavitreeitem.cpp
+    treeviews/tavitreeitem_checkstate.cpp
+    treeviews/tavitreeitem_p.h
+    treeviews/tavitreeitem_structure.cpp
+    treeviews/tavitreeitemregistry.cpp
+    treeviews/tavitreeitemregistry_p.h
+    treeviews/tavitreemodel.cpp
+    treeviews/tavitreemodel_p.h
+    treeviews/tavitreemodel_rows.cpp
+    treeviews/tavitreeproxymodel.cpp)
