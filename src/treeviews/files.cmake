@@ -1,5 +1,21 @@
 # SPDX-License-Identifier: MIT
 list(APPEND TAVIWIDGETS_HEADERS
+    treeviews/tavigridview.h
+    treeviews/taviheaderview.h
+    treeviews/tavitreeitemdelegate.h)
+list(APPEND TAVIWIDGETS_SOURCES
+    treeviews/headerstate.cpp
+    treeviews/headerstate_oldest.cpp
+    treeviews/headerstate_p.h
+    treeviews/tavigriddelegate.cpp
+    treeviews/tavigridmodel.cpp
+    treeviews/tavigridselectionmodel.cpp
+    treeviews/tavigridview.cpp
+    treeviews/taviheaderview.cpp
+    treeviews/taviheaderview_keyboard.cpp
+    treeviews/taviheaderview_menu.cpp
+    treeviews/taviheaderview_state.cpp
+    treeviews/tavitreeitemdelegate.cpp)
     treeviews/tavitreeitem.h
     treeviews/tavitreemodel.h
     treeviews/tavitreeproxymodel.h)
