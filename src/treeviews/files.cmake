@@ -2,7 +2,12 @@
 list(APPEND TAVIWIDGETS_HEADERS
     treeviews/tavigridview.h
     treeviews/taviheaderview.h
-    treeviews/tavitreeitemdelegate.h)
+    treeviews/tavitreeitem.h
+    treeviews/tavitreeitemdelegate.h
+    treeviews/tavitreemodel.h
+    treeviews/tavitreeproxymodel.h
+    treeviews/tavitreeview.h
+    treeviews/tavitreeviewfilterfloater.h)
 list(APPEND TAVIWIDGETS_SOURCES
     treeviews/headerstate.cpp
     treeviews/headerstate_oldest.cpp
@@ -15,19 +20,24 @@ list(APPEND TAVIWIDGETS_SOURCES
     treeviews/taviheaderview_keyboard.cpp
     treeviews/taviheaderview_menu.cpp
     treeviews/taviheaderview_state.cpp
-    treeviews/tavitreeitemdelegate.cpp)
-    treeviews/tavitreeitem.h
-    treeviews/tavitreemodel.h
-    treeviews/tavitreeproxymodel.h)
-list(APPEND TAVIWIDGETS_SOURCES
     treeviews/tavioverride_p.h
     treeviews/tavitreeitem.cpp
     treeviews/tavitreeitem_checkstate.cpp
     treeviews/tavitreeitem_p.h
     treeviews/tavitreeitem_structure.cpp
+    treeviews/tavitreeitemdelegate.cpp
     treeviews/tavitreeitemregistry.cpp
     treeviews/tavitreeitemregistry_p.h
     treeviews/tavitreemodel.cpp
     treeviews/tavitreemodel_p.h
     treeviews/tavitreemodel_rows.cpp
-    treeviews/tavitreeproxymodel.cpp)
+    treeviews/tavitreeproxymodel.cpp
+    treeviews/tavitreeview.cpp
+    treeviews/tavitreeview_filter.cpp
+    treeviews/tavitreeview_input.cpp
+    treeviews/tavitreeview_rename.cpp
+    treeviews/tavitreeview_selection.cpp
+    treeviews/tavitreeview_state.cpp
+    treeviews/tavitreeviewfilterfloater.cpp
+    treeviews/treerows.cpp
+    treeviews/treerows_p.h)
