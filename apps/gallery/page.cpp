@@ -10,5 +10,7 @@ QVector<Page> galleryPages()
          "The instrument box of a panel: chooses an instrument and delivers its colours.", makeSpectroBuddyPage},
         {"taviwidgetutil", "TaviWidgetUtil", "Message box icons, coloured backgrounds, pane widths as text.",
          makeTaviWidgetUtilPage},
+        {"taviconfigorder", "TaviConfigOrder",
+         "The dialog in which the user says which things show, and in what order.", makeTaviConfigOrderPage},
     };
 }

@@ -23,5 +23,6 @@ QVector<Page> galleryPages();
 QWidget *makeColorSchemePage(bool for_picture);
 QWidget *makeSpectroBuddyPage(bool for_picture);
 QWidget *makeTaviWidgetUtilPage(bool for_picture);
+QWidget *makeTaviConfigOrderPage(bool for_picture);
 
 #endif

@@ -1,0 +1,194 @@
+// SPDX-License-Identifier: MIT
+#include "treeviews/tavitreeitem.h"
+
+#include "treeviews/tavitreeitem_p.h"
+
+#include <QSet>
+
+#include <algorithm>
+
+int TaviTreeItem::childCount() const
+{
+    return children_.size();
+}
+
+TaviTreeItem *TaviTreeItem::child(int row) const
+{
+    return children_.value(row, nullptr);
+}
+
+QList<TaviTreeItem *> TaviTreeItem::children() const
+{
+    return children_;
+}
+
+TaviTreeItem *TaviTreeItem::parentTreeItem() const
+{
+    return parent_item;
+}
+
+TaviTreeItem *TaviTreeItem::topLevelParent()
+{
+    TaviTreeItem *top = this;
+    while (top->parent_item)
+        top = top->parent_item;
+    return top;
+}
+
+int TaviTreeItem::row() const
+{
+    return parent_item ? parent_item->rowOf(this) : 0;
+}
+
+int TaviTreeItem::rowOf(const TaviTreeItem *child) const
+{
+    const int count = children_.size();
+    const int hint = child->row_hint;
+    if (hint >= 0 && hint < count && children_.at(hint) == child)
+        return hint;
+    if (child->list_count == 0 || count == 0)
+        return -1;
+    // Rows that came or went shift the others a little: look around the place of before, ever wider.
+    int found = -1;
+    int low = std::clamp(hint, 0, count - 1);
+    for (int high = low + 1; low >= 0 || high < count; --low, ++high) {
+        ++search_steps;
+        if (low >= 0 && children_.at(low) == child) {
+            found = low;
+            break;
+        }
+        if (high < count && children_.at(high) == child) {
+            found = high;
+            break;
+        }
+    }
+    if (found < 0)
+        return -1;
+    child->row_hint = found;
+    if (search_steps > count) {
+        search_steps = 0;
+        for (int row = 0; row < count; ++row) {
+            if (TaviTreeItem *sibling = children_.at(row); sibling && sibling->parent_item == this)
+                sibling->row_hint = row;
+        }
+    }
+    return found;
+}
+
+void TaviTreeItem::listed(TaviTreeItem *child, int row)
+{
+    child->parent_item = this;
+    child->row_hint = row;
+    ++child->list_count;
+    if (child->overrides_below || TaviTreeItemAccess::overridesData(child)
+        || TaviTreeItemAccess::overridesChildCount(child)) {
+        child->overrides_below = 1;
+        for (TaviTreeItem *above = this; above && !above->overrides_below; above = above->parent_item)
+            above->overrides_below = 1;
+    }
+}
+
+void TaviTreeItem::appendChild(TaviTreeItem *child)
+{
+    if (!child)
+        return;
+    takeChild(child);
+    children_.append(child);
+    listed(child, children_.size() - 1);
+}
+
+void TaviTreeItem::insertChild(int index, TaviTreeItem *child)
+{
+    if (!child)
+        return;
+    takeChild(child);
+    const int row = std::clamp(index, 0, children_.size());
+    children_.insert(row, child);
+    listed(child, row);
+}
+
+TaviTreeItem *TaviTreeItem::takeRow(int row)
+{
+    TaviTreeItem *child = children_.takeAt(row);
+    if (child) {
+        child->parent_item = nullptr;
+        --child->list_count;
+    }
+    return child;
+}
+
+TaviTreeItem *TaviTreeItem::takeChild(TaviTreeItem *child)
+{
+    const int row = child ? rowOf(child) : -1;
+    return row >= 0 ? takeRow(row) : nullptr;
+}
+
+void TaviTreeItem::removeChild(TaviTreeItem *child)
+{
+    delete takeChild(child);
+}
+
+void TaviTreeItem::removeAllChildren()
+{
+    // One by one: the destructor of an application's item may take out others.
+    while (!children_.isEmpty())
+        delete takeRow(0);
+}
+
+QList<TaviTreeItem *> TaviTreeItem::takeChildren(const QList<TaviTreeItem *> &items)
+{
+    QList<TaviTreeItem *> taken;
+    taken.reserve(items.size());
+    if (items.size() == 1) {
+        if (items.first())
+            taken.append(takeChild(items.first()));
+        return taken;
+    }
+    QSet<const TaviTreeItem *> wanted;
+    wanted.reserve(items.size());
+    for (const TaviTreeItem *item : items)
+        wanted.insert(item);
+    wanted.remove(nullptr);
+    QSet<const TaviTreeItem *> found;
+    found.reserve(wanted.size());
+    const auto is_wanted = [&](TaviTreeItem *child) {
+        if (!child || !wanted.contains(child))
+            return false;
+        child->parent_item = nullptr;
+        --child->list_count;
+        found.insert(child);
+        return true;
+    };
+    children_.erase(std::remove_if(children_.begin(), children_.end(), is_wanted), children_.end());
+    for (TaviTreeItem *item : items) {
+        if (item)
+            taken.append(found.remove(item) ? item : nullptr);
+    }
+    return taken;
+}
+
+TaviTreeItem *TaviTreeItem::nextSibling() const
+{
+    return parent_item ? parent_item->child(row() + 1) : nullptr;
+}
+
+TaviTreeItem *TaviTreeItem::prevSibling() const
+{
+    return parent_item ? parent_item->child(row() - 1) : nullptr;
+}
+
+void TaviTreeItem::flattenHierarchy(TaviTreeItem *root)
+{
+    if (!root)
+        root = this;
+    const QList<TaviTreeItem *> present = children_;
+    for (TaviTreeItem *item : present) {
+        if (!item)
+            continue;
+        if (root != this) {
+            takeChild(item);
+            root->appendChild(item);
+        }
+        item->flattenHierarchy(root);
+    }
+}

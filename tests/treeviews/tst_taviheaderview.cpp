@@ -1,0 +1,361 @@
+// SPDX-License-Identifier: MIT
+#include "tests/support/tavitest.h"
+#include "tests/treeviews/headerfixture.h"
+
+#include <QContextMenuEvent>
+#include <QMenu>
+
+#include <functional>
+#include <memory>
+
+namespace {
+
+/// What a visible menu offers: "title" or "[x] title" or "[ ] title"; "-" for a separator.
+QStringList entries(const QMenu &menu)
+{
+    QStringList texts;
+    const QList<QAction *> actions = menu.actions();
+    for (const QAction *action : actions) {
+        if (action->isSeparator())
+            texts << "-";
+        else if (action->isCheckable())
+            texts << (action->isChecked() ? "[x] " : "[ ] ") + action->text();
+        else
+            texts << action->text();
+    }
+    return texts;
+}
+
+/// Waits in the background for the header's menu and does with it what the test says.
+class MenuUser : public QObject
+{
+public:
+    explicit MenuUser(std::function<void(QMenu &)> use) : use_(std::move(use)) { startTimer(10); }
+
+    bool seen = false;
+
+protected:
+    void timerEvent(QTimerEvent *event) override
+    {
+        auto *menu = qobject_cast<QMenu *>(QApplication::activePopupWidget());
+        if (!menu || !menu->isVisible())
+            return;
+        killTimer(event->timerId());
+        seen = true;
+        use_(*menu);
+    }
+
+private:
+    const std::function<void(QMenu &)> use_;
+};
+
+/// By the keyboard: down to the entry, then Return.
+void choose(QMenu &menu, const QString &title)
+{
+    for (int step = 0; step <= menu.actions().size(); ++step) {
+        QTest::keyClick(&menu, Qt::Key_Down);
+        if (menu.activeAction() && menu.activeAction()->text() == title) {
+            QTest::keyClick(&menu, Qt::Key_Return);
+            return;
+        }
+    }
+    menu.close();
+    QTest::qFail(qPrintable("no entry " + title), __FILE__, __LINE__);
+}
+
+void rightClick(TaviHeaderView &header)
+{
+    QContextMenuEvent event(QContextMenuEvent::Mouse, QPoint(10, 5), header.viewport()->mapToGlobal(QPoint(10, 5)));
+    QCoreApplication::sendEvent(header.viewport(), &event);
+}
+
+void closeMenu(QMenu &menu)
+{
+    QTest::keyClick(&menu, Qt::Key_Escape);
+}
+
+/// A subclass with slots of its own.
+class OwnSlots : public TaviHeaderView
+{
+    Q_OBJECT
+
+public:
+    using TaviHeaderView::TaviHeaderView;
+
+    int menus = 0;
+
+protected Q_SLOTS:
+    void headerMenu(QPoint) { ++menus; }
+};
+
+} // namespace
+
+class TestTaviHeaderView : public TaviTest
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void construction()
+    {
+        QWidget parent;
+        auto *header = new TaviHeaderView(Qt::Horizontal, &parent);
+        QCOMPARE(header->parentWidget(), &parent);
+        QCOMPARE(header->orientation(), Qt::Horizontal);
+        const int minimum = header->minimumSectionSize();
+        header->setMinimumSectionSize(-1);
+        QCOMPARE(header->minimumSectionSize(), minimum);
+        QCOMPARE(header->defaultAlignment(), Qt::AlignLeft);
+        QVERIFY(header->sectionsClickable());
+        QVERIFY(header->sectionsMovable());
+        QVERIFY(header->isSortIndicatorShown());
+        QVERIFY(header->stretchLastSection());
+        QVERIFY(!header->isHidden());
+        QCOMPARE(header->contextMenuPolicy(), Qt::CustomContextMenu);
+        QVERIFY(header->isMenuEnabled());
+        QVERIFY(!header->accessibleName().isEmpty());
+        QCOMPARE(TaviHeaderView(Qt::Vertical).orientation(), Qt::Vertical);
+
+        HeaderInView at(3);
+        for (int section = 0; section < 3; ++section)
+            QCOMPARE(at.header->sectionResizeMode(section), QHeaderView::Interactive);
+    }
+
+    void withoutAModelThereIsNothing()
+    {
+        TaviHeaderView header(Qt::Horizontal);
+        QCOMPARE(header.visibleSectionCount(), 0);
+        QCOMPARE(header.logicalIndexFromVisible(0), -1);
+        header.showSectionLastStretchSafe(0);
+        QTest::keyClick(&header, Qt::Key_Right);
+    }
+
+    void visibleSectionsAreCountedAndFound()
+    {
+        HeaderInView at(5);
+        QCOMPARE(at.header->visibleSectionCount(), 5);
+        at.header->moveSection(4, 0); // E A B C D
+        at.header->setSectionHidden(1, true);
+        QCOMPARE(at.order(), QString("E A C D"));
+        QCOMPARE(at.header->visibleSectionCount(), 4);
+        QVector<int> found;
+        for (int visible = -1; visible <= 5; ++visible)
+            found << at.header->logicalIndexFromVisible(visible);
+        QCOMPARE(found, QVector<int>({-1, 4, 0, 2, 3, -1, -1}));
+        for (int section = 0; section < 5; ++section)
+            at.header->setSectionHidden(section, true);
+        QCOMPARE(at.header->visibleSectionCount(), 0);
+        QCOMPARE(at.header->logicalIndexFromVisible(0), -1);
+    }
+
+    // Showing the last column under stretchLastSection. The sizes that count are those at the moment when the column
+    // has just come back, which a second header, without the rule, shows.
+    void theLastColumnComesBack_data()
+    {
+        QTest::addColumn<int>("width");
+        QTest::addColumn<int>("neighbour");
+        QTest::newRow("much room: both get half of the neighbour") << 600 << 100;
+        QTest::newRow("an odd width is cut") << 600 << 101;
+        QTest::newRow("no room: the neighbour gives") << 300 << 260;
+        QTest::newRow("no room: the neighbour keeps the default size") << 200 << 110;
+        QTest::newRow("a very narrow neighbour gets the default size") << 100 << 60;
+    }
+    void theLastColumnComesBack()
+    {
+        QFETCH(const int, width);
+        QFETCH(const int, neighbour);
+        HeaderInView at(3), plain(3);
+        for (HeaderInView *each : {&at, &plain}) {
+            each->show(width);
+            each->header->resizeSection(0, 100);
+            each->header->resizeSection(1, neighbour);
+            each->header->setSectionHidden(2, true);
+            each->header->setSectionHidden(2, each == &at);
+        }
+        const int default_size = at.header->defaultSectionSize();
+        const int room = plain.header->sectionSize(2), left = plain.header->sectionSize(1);
+        QVector<int> expected = {100, 0, room};
+        if (room > left) {
+            expected[1] = expected[2] = left / 2;
+        } else if (left - room < default_size) {
+            expected[1] = default_size;
+            if (left >= default_size)
+                expected[2] = left - default_size;
+        } else {
+            expected[1] = left - room;
+        }
+        at.header->showSectionLastStretchSafe(2);
+        QVERIFY(!at.header->isSectionHidden(2));
+        QCOMPARE(at.sizes(), expected);
+        if (neighbour == 60)
+            QCOMPARE(at.sizes().at(1), default_size);
+    }
+
+    void withoutStretchAColumnIsJustShown()
+    {
+        HeaderInView at(3);
+        at.show();
+        at.header->setStretchLastSection(false);
+        for (int section = 0; section < 3; ++section)
+            at.header->resizeSection(section, 120 + section);
+        at.header->setSectionHidden(2, true);
+        at.header->showSectionLastStretchSafe(2);
+        QCOMPARE(at.sizes(), QVector<int>({120, 121, 122}));
+    }
+
+    void aColumnInTheMiddleIsJustShown()
+    {
+        HeaderInView at(3);
+        at.show();
+        at.header->resizeSection(0, 120);
+        at.header->resizeSection(1, 130);
+        at.header->setSectionHidden(1, true);
+        at.header->showSectionLastStretchSafe(1);
+        QCOMPARE(at.sizes(), QVector<int>({120, 130, 350}));
+    }
+
+    void theOnlyColumnIsJustShown()
+    {
+        HeaderInView at(1);
+        at.show();
+        at.header->setSectionHidden(0, true);
+        at.header->showSectionLastStretchSafe(0);
+        QCOMPARE(at.sizes(), QVector<int>({600}));
+    }
+
+    void aColumnThatIsShownAlreadyStaysAsItIs()
+    {
+        HeaderInView at(3);
+        at.show();
+        const QVector<int> before = at.sizes();
+        at.header->showSectionLastStretchSafe(2);
+        at.header->showSectionLastStretchSafe(-1);
+        at.header->showSectionLastStretchSafe(99);
+        QCOMPARE(at.sizes(), before);
+    }
+
+    void rightmostIsTheLastInVisualOrder()
+    {
+        HeaderInView at(3);
+        at.show();
+        at.header->moveSection(0, 2); // B C A
+        at.header->resizeSection(2, 140);
+        at.header->setSectionHidden(0, true);
+        at.header->showSectionLastStretchSafe(0);
+        QCOMPARE(at.sizes().at(0), at.sizes().at(2));
+    }
+
+    void theMenuListsTheColumnsWithTheirState()
+    {
+        HeaderInView at(3);
+        at.show();
+        at.model.setHeaderData(2, Qt::Horizontal, "R&D");
+        at.header->setSectionHidden(1, true);
+        at.header->moveSection(2, 0);
+        QStringList texts;
+        QVariantList data;
+        MenuUser user([&](QMenu &menu) {
+            texts = entries(menu);
+            const QList<QAction *> actions = menu.actions();
+            for (const QAction *action : actions)
+                data << action->data();
+            closeMenu(menu);
+        });
+        rightClick(*at.header);
+        QVERIFY(user.seen);
+        QCOMPARE(texts, QStringList({"Configure Headers...", "-", "[x] A", "[ ] B", "[x] R&&D"}));
+        data.removeAt(1); // the separator's
+        QCOMPARE(data, QVariantList({-1, 0, 1, 2}));
+        QCOMPARE(at.order(), QString("R&D A")); // nothing chosen, nothing changed
+        QVERIFY(at.header->findChildren<QMenu *>().isEmpty());
+    }
+
+    void theMenuHidesAndShows()
+    {
+        HeaderInView at(3);
+        at.show();
+        MenuUser hide([](QMenu &menu) { choose(menu, "B"); });
+        rightClick(*at.header);
+        QCOMPARE(at.order(), QString("A C"));
+        MenuUser show([](QMenu &menu) { choose(menu, "B"); });
+        rightClick(*at.header);
+        QCOMPARE(at.order(), QString("A B C"));
+    }
+
+    void theMenuMayHideAllColumnsButOneAndEvenAll()
+    {
+        HeaderInView at(2);
+        at.show();
+        MenuUser first([](QMenu &menu) { choose(menu, "A"); });
+        rightClick(*at.header);
+        QCOMPARE(at.order(), QString("B"));
+        MenuUser second([](QMenu &menu) { choose(menu, "B"); });
+        rightClick(*at.header);
+        QCOMPARE(at.order(), QString());
+        MenuUser back([](QMenu &menu) { choose(menu, "A"); });
+        rightClick(*at.header);
+        QCOMPARE(at.order(), QString("A"));
+    }
+
+    // The menu goes the same way as showSectionLastStretchSafe(), not just setSectionHidden().
+    void theMenuShowsTheLastColumnSafely()
+    {
+        HeaderInView at(3), safe(3);
+        for (HeaderInView *each : {&at, &safe}) {
+            each->show();
+            each->header->setSectionHidden(2, true);
+        }
+        safe.header->showSectionLastStretchSafe(2);
+        MenuUser user([](QMenu &menu) { choose(menu, "C"); });
+        rightClick(*at.header);
+        QVERIFY(user.seen);
+        QCOMPARE(at.sizes(), safe.sizes());
+    }
+
+    void withTheMenuOffARightClickDoesNothing()
+    {
+        HeaderInView at(3);
+        at.show();
+        at.header->setMenuEnabled(false);
+        QVERIFY(!at.header->isMenuEnabled());
+        rightClick(*at.header); // would not return while a menu is open
+        QVERIFY(!QApplication::activePopupWidget());
+        at.header->setMenuEnabled(true);
+        MenuUser user(closeMenu);
+        rightClick(*at.header);
+        QVERIFY(user.seen);
+    }
+
+    void aSubclassMayHaveAMenuOfItsOwn()
+    {
+        OwnSlots header(Qt::Horizontal);
+        header.show();
+        rightClick(header);
+        QCOMPARE(header.menus, 1);
+    }
+
+    void aHeaderMayGoWhileItsMenuIsOpen()
+    {
+        auto at = std::make_unique<HeaderInView>(3);
+        at->show();
+        MenuUser user([&at](QMenu &) { at.reset(); });
+        TaviHeaderView &header = *at->header;
+        QMetaObject::invokeMethod(&header, "headerMenu", Q_ARG(QPoint, QPoint(1, 1)));
+        QVERIFY(user.seen && !at);
+    }
+
+    void aColumnMayGoWhileTheMenuIsOpen()
+    {
+        HeaderInView at(3);
+        at.show();
+        MenuUser user([&at](QMenu &menu) {
+            at.model.removeColumns(1, 2);
+            choose(menu, "C");
+        });
+        rightClick(*at.header);
+        QVERIFY(user.seen);
+        QCOMPARE(at.order(), QString("A"));
+    }
+};
+
+TAVI_GUI_TEST_MAIN(TestTaviHeaderView)
+#include "tst_taviheaderview.moc"
