@@ -338,7 +338,7 @@ private:
     void setUp();
     DragClass dragClass(const QDropEvent *event) const;
     bool takesDrag(const QDropEvent *event) const;
-    void forceDropAction(QDropEvent *event) const;
+    void passDragOn(QDropEvent *event, const std::function<void()> &base);
     void searchAhead();
     bool isPathHidden(const QModelIndex &index) const;
     QModelIndex indexOfShownItem(const TaviTreeItem *item) const;
