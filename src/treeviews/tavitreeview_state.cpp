@@ -138,7 +138,11 @@ void TaviTreeView::restoreSelections(int column, int role, QList<QVariant> &list
     Q_UNUSED(column)
     const QPointer<TaviTreeView> self(this);
     const QList<QVariant> values = list; // a slot may change the list
-    selectionModel()->clear();
+    // The two steps of QItemSelectionModel::clear(): between them a slot may destroy the view, and the selection model
+    // with it.
+    selectionModel()->clearSelection();
+    if (self)
+        selectionModel()->clearCurrentIndex();
     if (!self || !model()->index(0, 0).isValid())
         return;
 
