@@ -4,6 +4,8 @@ list(APPEND TAVIWIDGETS_HEADERS
     treeviews/tavitreemodel.h
     treeviews/tavitreeproxymodel.h)
 list(APPEND TAVIWIDGETS_SOURCES
+    treeviews/keywordmatcher.cpp
+    treeviews/keywordmatcher_p.h
     treeviews/tavioverride_p.h
     treeviews/tavitreeitem.cpp
     treeviews/tavitreeitem_checkstate.cpp
@@ -14,4 +16,6 @@ list(APPEND TAVIWIDGETS_SOURCES
     treeviews/tavitreemodel.cpp
     treeviews/tavitreemodel_p.h
     treeviews/tavitreemodel_rows.cpp
-    treeviews/tavitreeproxymodel.cpp)
+    treeviews/tavitreeproxymodel.cpp
+    treeviews/tavitreeproxymodel_filter.cpp
+    treeviews/tavitreeproxymodel_straight.cpp)
