@@ -20,6 +20,8 @@ list(APPEND TAVIWIDGETS_SOURCES
     treeviews/taviheaderview_keyboard.cpp
     treeviews/taviheaderview_menu.cpp
     treeviews/taviheaderview_state.cpp
+    treeviews/keywordmatcher.cpp
+    treeviews/keywordmatcher_p.h
     treeviews/tavioverride_p.h
     treeviews/tavitreeitem.cpp
     treeviews/tavitreeitem_checkstate.cpp
@@ -41,3 +43,5 @@ list(APPEND TAVIWIDGETS_SOURCES
     treeviews/tavitreeviewfilterfloater.cpp
     treeviews/treerows.cpp
     treeviews/treerows_p.h)
+    treeviews/tavitreeproxymodel_filter.cpp
+    treeviews/tavitreeproxymodel_straight.cpp)
