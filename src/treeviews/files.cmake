@@ -12,6 +12,8 @@ list(APPEND TAVIWIDGETS_SOURCES
     treeviews/headerstate.cpp
     treeviews/headerstate_oldest.cpp
     treeviews/headerstate_p.h
+    treeviews/keywordmatcher.cpp
+    treeviews/keywordmatcher_p.h
     treeviews/tavigriddelegate.cpp
     treeviews/tavigridmodel.cpp
     treeviews/tavigridselectionmodel.cpp
@@ -20,8 +22,6 @@ list(APPEND TAVIWIDGETS_SOURCES
     treeviews/taviheaderview_keyboard.cpp
     treeviews/taviheaderview_menu.cpp
     treeviews/taviheaderview_state.cpp
-    treeviews/keywordmatcher.cpp
-    treeviews/keywordmatcher_p.h
     treeviews/tavioverride_p.h
     treeviews/tavitreeitem.cpp
     treeviews/tavitreeitem_checkstate.cpp
@@ -34,6 +34,8 @@ list(APPEND TAVIWIDGETS_SOURCES
     treeviews/tavitreemodel_p.h
     treeviews/tavitreemodel_rows.cpp
     treeviews/tavitreeproxymodel.cpp
+    treeviews/tavitreeproxymodel_filter.cpp
+    treeviews/tavitreeproxymodel_straight.cpp
     treeviews/tavitreeview.cpp
     treeviews/tavitreeview_filter.cpp
     treeviews/tavitreeview_input.cpp
@@ -43,5 +45,3 @@ list(APPEND TAVIWIDGETS_SOURCES
     treeviews/tavitreeviewfilterfloater.cpp
     treeviews/treerows.cpp
     treeviews/treerows_p.h)
-    treeviews/tavitreeproxymodel_filter.cpp
-    treeviews/tavitreeproxymodel_straight.cpp)
