@@ -55,12 +55,17 @@ public:
     bool one(TaviTreeItem *item, int row, TaviTreeItem *parent, const QModelIndex &proxy_parent)
     {
         const int columns = parent->columnCount();
-        bool visible = matches(item, row, columns);
-        if (isVoid() || !item || columns == 0) // a row without an index has nothing below it, and cannot be hidden
-            return visible;
+        if (!item || columns == 0) // a row without an index has nothing below it, and cannot be hidden
+            return matches(item, row, columns);
         QModelIndex index;
-        if (item->childCount() > 0 || proxy->rows != Rows::Straight)
+        if (item->childCount() > 0 || proxy->rows != Rows::Straight) {
             index = proxy->mapFromSource(TaviTreeModelAccess::createIndex(source, row, 0, item));
+            if (!index.isValid()) // going: the base class tells of a removal before the source's rows are gone
+                return false;
+        }
+        bool visible = matches(item, row, columns);
+        if (isVoid())
+            return false;
         if (item->childCount() > 0)
             visible = below(item, index) || visible;
         if (!isVoid() && view)
