@@ -1,9 +1,18 @@
 # SPDX-License-Identifier: MIT
 list(APPEND TAVIWIDGETS_HEADERS
+    treeviews/configorderitem.h
     treeviews/tavigridview.h
     treeviews/taviheaderview.h
-    treeviews/tavitreeitemdelegate.h)
+    treeviews/tavitreeitem.h
+    treeviews/tavitreeitemdelegate.h
+    treeviews/tavitreemodel.h
+    treeviews/tavitreeproxymodel.h)
 list(APPEND TAVIWIDGETS_SOURCES
+    treeviews/columnorder.cpp
+    treeviews/columnorder_p.h
+    treeviews/columnorderdialog.cpp
+    treeviews/columnorderdialog_p.h
+    treeviews/configorderitem.cpp
     treeviews/headerstate.cpp
     treeviews/headerstate_oldest.cpp
     treeviews/headerstate_p.h
@@ -15,16 +24,12 @@ list(APPEND TAVIWIDGETS_SOURCES
     treeviews/taviheaderview_keyboard.cpp
     treeviews/taviheaderview_menu.cpp
     treeviews/taviheaderview_state.cpp
-    treeviews/tavitreeitemdelegate.cpp)
-    treeviews/tavitreeitem.h
-    treeviews/tavitreemodel.h
-    treeviews/tavitreeproxymodel.h)
-list(APPEND TAVIWIDGETS_SOURCES
     treeviews/tavioverride_p.h
     treeviews/tavitreeitem.cpp
     treeviews/tavitreeitem_checkstate.cpp
     treeviews/tavitreeitem_p.h
     treeviews/tavitreeitem_structure.cpp
+    treeviews/tavitreeitemdelegate.cpp
     treeviews/tavitreeitemregistry.cpp
     treeviews/tavitreeitemregistry_p.h
     treeviews/tavitreemodel.cpp

@@ -46,7 +46,7 @@ TAVIWIDGETS_EXPORT QByteArray takeOldestHeaderSettings(TaviRegistry &registry, s
 
 /// While this lives, sections of a header may be narrower than the style has them. A minimum that was set on purpose
 /// stays in force.
-class SectionMinimumLifted
+class TAVIWIDGETS_EXPORT SectionMinimumLifted
 {
 public:
     explicit SectionMinimumLifted(QHeaderView *header);

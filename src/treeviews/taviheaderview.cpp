@@ -78,9 +78,9 @@ void TaviHeaderView::showSectionLastStretchSafe(int section)
     if (last != section || visible < 2)
         return;
     const int neighbour = logicalIndexFromVisible(visible - 2);
-    // The sizes as they stand now: the newcomer is stretched already, and its neighbour isn't any more. So the
-    // newcomer is mostly the wider one, and both end up at half of the neighbour, with free room at the end until the
-    // header is stretched again. Users of long standing know it like that, and saved layouts were made with it.
+    // The sizes as they stand now: the newcomer is stretched already, and its neighbour isn't any more. So where
+    // there is room the newcomer is the wider one and halves its neighbour, and stretching then gives it the rest all
+    // the same. Users know it like that.
     const int room = sectionSize(last);
     const int neighbour_size = sectionSize(neighbour);
     const SectionMinimumLifted lifted(this);

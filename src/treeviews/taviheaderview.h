@@ -3,6 +3,7 @@
 #define TREEVIEWS_TAVIHEADERVIEW_H
 
 #include "foundation/taviwidgets_export.h"
+#include "treeviews/configorderitem.h"
 
 #include <QByteArray>
 #include <QHeaderView>
@@ -10,6 +11,24 @@
 #include <string>
 
 class TaviRegistry;
+
+/// The entry of the order dialog that stands for a column; its item id is the logical section.
+class TAVIWIDGETS_EXPORT ColumnOrderItem : public ConfigOrderItem
+{
+    Q_OBJECT
+
+public:
+    /// An entry without a parent.
+    ColumnOrderItem();
+    /// A copy of @a other without a parent.
+    ColumnOrderItem(const ColumnOrderItem &other);
+    ~ColumnOrderItem() override;
+
+    using ConfigOrderItem::operator=;
+    /// Takes over what @a other tells.
+    ColumnOrderItem &operator=(const ColumnOrderItem &other) = default;
+    ColumnOrderItem *clone() const override;
+};
 
 /// The header of a TaviTreeView: a menu that shows and hides columns, the dialog that orders them, and a state that
 /// also remembers how wide hidden columns are.
@@ -86,11 +105,11 @@ public:
     /// Shows a hidden section. If the last section is stretched and this one is now the last one, it takes its room
     /// from its left neighbour, which keeps at least the default size:
     ///
-    /// - Where the newcomer is wider than the neighbour, both get half of the neighbour's width.
+    /// - Where the newcomer, stretched, is wider than the neighbour, both get half of the neighbour's width.
     /// - Otherwise the neighbour gives the newcomer's width away. If that leaves it less than the default size D, it
     ///   gets D and the newcomer what the neighbour had above D; where that was nothing, its size is left alone.
     ///
-    /// Nothing happens to a section that is shown already.
+    /// The header then gives the newcomer what room is left. Nothing happens to a section that is shown already.
     void showSectionLastStretchSafe(int section);
 
 Q_SIGNALS:
@@ -101,6 +120,9 @@ protected Q_SLOTS:
     /// Opens the menu at the mouse pointer: the entry for configureHeaders(), and one to tick for each section.
     /// Does nothing if the menu is not enabled. @a pos is not looked at.
     void headerMenu(QPoint pos);
+    /// Runs the order dialog for the columns. What is accepted there is shown, hidden and put in order; a column that
+    /// comes back does so through showSectionLastStretchSafe(). Cancelling changes nothing.
+    void configureHeaders();
 
 protected:
     /// @name Operation by keys

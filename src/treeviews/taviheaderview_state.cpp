@@ -36,24 +36,15 @@ QVector<int> TaviHeaderView::hiddenSectionSizes()
     QVector<int> sizes(modelColumnCount(), 0);
     if (!sectionsHidden())
         return sizes;
-    const int last = logicalIndexFromVisible(visibleSectionCount() - 1);
-    const int last_size = last < 0 ? 0 : sectionSize(last);
     const QSignalBlocker blocker(this);
-    {
-        const StretchSuspended unstretched(this);
-        const SectionMinimumLifted lifted(this);
-        for (int section = 0; section < sizes.size(); ++section) {
-            if (!isSectionHidden(section))
-                continue;
-            setSectionHidden(section, false);
-            sizes[section] = sectionSize(section);
-            setSectionHidden(section, true);
-        }
-    }
-    // A last section need not fill the header: showSectionLastStretchSafe() leaves one that doesn't.
-    if (last >= 0 && sectionSize(last) != last_size) {
-        const SectionMinimumLifted lifted(this);
-        resizeSection(last, last_size);
+    const StretchSuspended unstretched(this);
+    const SectionMinimumLifted lifted(this);
+    for (int section = 0; section < sizes.size(); ++section) {
+        if (!isSectionHidden(section))
+            continue;
+        setSectionHidden(section, false);
+        sizes[section] = sectionSize(section);
+        setSectionHidden(section, true);
     }
     return sizes;
 }
