@@ -75,7 +75,8 @@ public:
     virtual QByteArray saveState();
     /// Applies a state of saveState(), and clicks its sort section so that the view sorts. Always true.
     ///
-    /// The order comes back whole. Sizes are those of the state, also below what the style takes for the least; one
+    /// The order comes back whole. Sizes are those of the state, also below what the style takes for the least, and
+    /// minimumSectionSize() is then lowered to the smallest of them (one that the application has set is not). A size
     /// below 6 becomes the default size, and one that no header can have is passed over. A state that is too short is
     /// applied as far as it goes: the columns after that stay as they are, in the places that are left, and the sort
     /// section and order are 0. Places that are out of range or taken already are passed over in the same way. Any
@@ -144,6 +145,7 @@ private:
     void bringIntoSight(int section);
 
     bool menu_enabled = true;
+    int lowered_minimum = -1; ///< minimumSectionSize() where that was lowered for narrow sections; -1 otherwise.
     int keyboard_section =
         -1; ///< Logical index of the section that keys act on; keyboardSection() tells if it lives.
 };

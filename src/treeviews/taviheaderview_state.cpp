@@ -7,9 +7,6 @@
 
 namespace {
 
-/// Sizes below this are no widths that anybody chose: the default size stands in for them.
-constexpr int least_saved_size = 6;
-
 /// While this lives, no section is stretched, so that each has the size that it is given.
 class StretchSuspended
 {
@@ -38,7 +35,7 @@ QVector<int> TaviHeaderView::hiddenSectionSizes()
         return sizes;
     const QSignalBlocker blocker(this);
     const StretchSuspended unstretched(this);
-    const SectionMinimumLifted lifted(this);
+    const SectionMinimumLifted lifted(this, &lowered_minimum);
     for (int section = 0; section < sizes.size(); ++section) {
         if (!isSectionHidden(section))
             continue;
@@ -71,11 +68,11 @@ bool TaviHeaderView::restoreState(const QByteArray &bytes)
     const HeaderState state = HeaderState::fromBytes(bytes, modelColumnCount());
     {
         const StretchSuspended unstretched(this);
-        const SectionMinimumLifted lifted(this);
+        const SectionMinimumLifted lifted(this, &lowered_minimum);
         QVector<int> places;
         for (int section = 0; section < state.sections.size(); ++section) {
             const int size = state.sections.at(section).size;
-            resizeSection(section, size < least_saved_size ? defaultSectionSize() : size);
+            resizeSection(section, size < least_section_size ? defaultSectionSize() : size);
             places.append(state.sections.at(section).visual_index);
         }
         QVector<int> present;
