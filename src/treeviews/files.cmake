@@ -1,6 +1,5 @@
 # SPDX-License-Identifier: MIT
 list(APPEND TAVIWIDGETS_HEADERS
-    treeviews/configorderitem.h
     treeviews/tavigridview.h
     treeviews/taviheaderview.h
     treeviews/tavitreeitem.h
@@ -8,11 +7,6 @@ list(APPEND TAVIWIDGETS_HEADERS
     treeviews/tavitreemodel.h
     treeviews/tavitreeproxymodel.h)
 list(APPEND TAVIWIDGETS_SOURCES
-    treeviews/columnorder.cpp
-    treeviews/columnorder_p.h
-    treeviews/columnorderdialog.cpp
-    treeviews/columnorderdialog_p.h
-    treeviews/configorderitem.cpp
     treeviews/headerstate.cpp
     treeviews/headerstate_oldest.cpp
     treeviews/headerstate_p.h

@@ -3,7 +3,6 @@
 #define TREEVIEWS_TAVIHEADERVIEW_H
 
 #include "foundation/taviwidgets_export.h"
-#include "treeviews/configorderitem.h"
 
 #include <QByteArray>
 #include <QHeaderView>
@@ -11,24 +10,6 @@
 #include <string>
 
 class TaviRegistry;
-
-/// The entry of the order dialog that stands for a column; its item id is the logical section.
-class TAVIWIDGETS_EXPORT ColumnOrderItem : public ConfigOrderItem
-{
-    Q_OBJECT
-
-public:
-    /// An entry without a parent.
-    ColumnOrderItem();
-    /// A copy of @a other without a parent.
-    ColumnOrderItem(const ColumnOrderItem &other);
-    ~ColumnOrderItem() override;
-
-    using ConfigOrderItem::operator=;
-    /// Takes over what @a other tells.
-    ColumnOrderItem &operator=(const ColumnOrderItem &other) = default;
-    ColumnOrderItem *clone() const override;
-};
 
 /// The header of a TaviTreeView: a menu that shows and hides columns, the dialog that orders them, and a state that
 /// also remembers how wide hidden columns are.
@@ -121,9 +102,6 @@ protected Q_SLOTS:
     /// Opens the menu at the mouse pointer: the entry for configureHeaders(), and one to tick for each section.
     /// Does nothing if the menu is not enabled. @a pos is not looked at.
     void headerMenu(QPoint pos);
-    /// Runs the order dialog for the columns. What is accepted there is shown, hidden and put in order; a column that
-    /// comes back does so through showSectionLastStretchSafe(). Cancelling changes nothing.
-    void configureHeaders();
 
 protected:
     /// @name Operation by keys
