@@ -6,10 +6,12 @@
 QVector<Drawing> allDrawings()
 {
     return {
-        {"tavierror_question.png", 64, drawQuestionIcon},
-        {"tavierror_information.png", 64, drawInformationIcon},
-        {"tavierror_warning.png", 64, drawWarningIcon},
-        {"tavierror_critical.png", 64, drawCriticalIcon},
+        {"tavierror_question.png", 64, true, drawQuestionIcon},
+        {"tavierror_information.png", 64, true, drawInformationIcon},
+        {"tavierror_warning.png", 64, true, drawWarningIcon},
+        {"tavierror_critical.png", 64, true, drawCriticalIcon},
+        {"search.png", 20, false, drawSearchIcon},
+        {"search@2x.png", 40, false, drawSearchIcon},
     };
 }
 

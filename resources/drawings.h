@@ -11,6 +11,7 @@ class QPainter;
 struct Drawing {
     const char *file; ///< Its name, without folder.
     int size;         ///< Width and height in pixels.
+    bool has_sign;    ///< Whether it is a filled shape with a white sign on it; else it is an outline.
     /// Draws it into a square of 64 units, which is transparent.
     void (*draw)(QPainter &painter);
 };
@@ -26,5 +27,8 @@ void drawQuestionIcon(QPainter &painter);
 void drawInformationIcon(QPainter &painter);
 void drawWarningIcon(QPainter &painter);
 void drawCriticalIcon(QPainter &painter);
+
+/// The magnifying glass of search fields.
+void drawSearchIcon(QPainter &painter);
 
 #endif

@@ -1,20 +1,37 @@
 # SPDX-License-Identifier: MIT
 list(APPEND TAVIWIDGETS_HEADERS
+    treeviews/numberlistdrag.h
+    treeviews/taviconfigorder.h
     treeviews/tavigridview.h
     treeviews/taviheaderview.h
     treeviews/tavitreeitem.h
     treeviews/tavitreeitemdelegate.h
     treeviews/tavitreemodel.h
     treeviews/tavitreeproxymodel.h)
+    treeviews/tavitreeproxymodel.h
+    treeviews/tavitreeview.h
+    treeviews/tavitreeviewfilterfloater.h)
+list(APPEND TAVIWIDGETS_FORMS
+    treeviews/taviconfigorder_ui.ui)
 list(APPEND TAVIWIDGETS_SOURCES
+    treeviews/configorderitem.cpp
+    treeviews/configordermodel.cpp
+    treeviews/configorderrows.cpp
+    treeviews/configorderrows_p.h
+    treeviews/configordertree.cpp
     treeviews/headerstate.cpp
     treeviews/headerstate_oldest.cpp
     treeviews/headerstate_p.h
+    treeviews/numberlistdrag.cpp
+    treeviews/taviconfigorder.cpp
+    treeviews/taviconfigorder_items.cpp
+    treeviews/taviconfigorderdlg.cpp
     treeviews/tavigriddelegate.cpp
     treeviews/tavigridmodel.cpp
     treeviews/tavigridselectionmodel.cpp
     treeviews/tavigridview.cpp
     treeviews/taviheaderview.cpp
+    treeviews/taviheaderview_configure.cpp
     treeviews/taviheaderview_keyboard.cpp
     treeviews/taviheaderview_menu.cpp
     treeviews/taviheaderview_state.cpp
@@ -29,4 +46,13 @@ list(APPEND TAVIWIDGETS_SOURCES
     treeviews/tavitreemodel.cpp
     treeviews/tavitreemodel_p.h
     treeviews/tavitreemodel_rows.cpp
-    treeviews/tavitreeproxymodel.cpp)
+    treeviews/tavitreeproxymodel.cpp
+    treeviews/tavitreeview.cpp
+    treeviews/tavitreeview_filter.cpp
+    treeviews/tavitreeview_input.cpp
+    treeviews/tavitreeview_rename.cpp
+    treeviews/tavitreeview_selection.cpp
+    treeviews/tavitreeview_state.cpp
+    treeviews/tavitreeviewfilterfloater.cpp
+    treeviews/treerows.cpp
+    treeviews/treerows_p.h)

@@ -3,6 +3,7 @@
 #define TREEVIEWS_TAVIHEADERVIEW_H
 
 #include "foundation/taviwidgets_export.h"
+#include "treeviews/taviconfigorder.h"
 
 #include <QByteArray>
 #include <QHeaderView>
@@ -10,6 +11,24 @@
 #include <string>
 
 class TaviRegistry;
+
+/// @file
+/// The header of the library's tree views, and what stands for its columns in the order dialog.
+
+/// A column in the order dialog; its number is the logical section.
+class TAVIWIDGETS_EXPORT ColumnOrderItem : public ConfigOrderItem
+{
+    Q_OBJECT
+
+public:
+    /// An entry without a parent.
+    ColumnOrderItem();
+    /// As ConfigOrderItem copies.
+    ColumnOrderItem(const ColumnOrderItem &other);
+    ~ColumnOrderItem() override;
+    using ConfigOrderItem::operator=;
+    ColumnOrderItem &operator=(const ColumnOrderItem &other);
+};
 
 /// The header of a TaviTreeView: a menu that shows and hides columns, the dialog that orders them, and a state that
 /// also remembers how wide hidden columns are.
@@ -102,6 +121,10 @@ protected Q_SLOTS:
     /// Opens the menu at the mouse pointer: the entry for configureHeaders(), and one to tick for each section.
     /// Does nothing if the menu is not enabled. @a pos is not looked at.
     void headerMenu(QPoint pos);
+    /// Runs the order dialog on the columns, "Configure List Headers", and applies what the user accepts: which
+    /// columns show (by showSectionLastStretchSafe()), and their order. The hidden ones come after those. Columns
+    /// that came or went meanwhile stay as they are.
+    void configureHeaders();
 
 protected:
     /// @name Operation by keys

@@ -67,7 +67,8 @@ private Q_SLOTS:
     void everyPictureIsSeenOnLightAndDark()
     {
         QFETCH(int, index);
-        const QImage image = compiledIn(allDrawings().at(index));
+        const Drawing drawing = allDrawings().at(index);
+        const QImage image = compiledIn(drawing);
         QHash<QRgb, int> solid;
         int edge_pixels = 0;
         for (int y = 0; y < image.height(); ++y) {
@@ -81,18 +82,19 @@ private Q_SLOTS:
         }
         QCOMPARE(edge_pixels, 0);
         const QRgb sign = qRgb(255, 255, 255);
-        QVERIFY(solid.value(sign) > 100);
+        QCOMPARE(solid.value(sign) > 100, drawing.has_sign);
         solid.remove(sign);
         QRgb shape = 0;
         for (auto it = solid.cbegin(); it != solid.cend(); ++it)
             shape = it.value() > solid.value(shape) ? it.key() : shape;
-        QVERIFY(solid.value(shape) > image.width() * image.height() / 4);
+        QVERIFY(solid.value(shape) > image.width() * image.height() / (drawing.has_sign ? 4 : 10));
         for (const QRgb window : {qRgb(255, 255, 255), qRgb(239, 239, 239), qRgb(53, 53, 53), qRgb(32, 32, 32)}) {
             const double seen = contrast(shape, window);
             QVERIFY2(seen >= readable,
                      qPrintable(QStringLiteral("%1 on %2").arg(seen).arg(QColor::fromRgb(window).name())));
         }
-        QVERIFY(contrast(shape, sign) >= readable);
+        if (drawing.has_sign)
+            QVERIFY(contrast(shape, sign) >= readable);
     }
 
     /// Without colour, too: by their outlines alone.
@@ -103,6 +105,8 @@ private Q_SLOTS:
             for (int j = 0; j < i; ++j) {
                 const QImage a = compiledIn(drawings[i]);
                 const QImage b = compiledIn(drawings[j]);
+                if (a.size() != b.size())
+                    continue; // the same at another resolution, or for another place
                 int different = 0;
                 for (int y = 0; y < a.height(); ++y)
                     for (int x = 0; x < a.width(); ++x)

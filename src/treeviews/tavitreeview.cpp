@@ -1,0 +1,199 @@
+// SPDX-License-Identifier: MIT
+#include "treeviews/tavitreeview.h"
+
+#include "treeviews/taviheaderview.h"
+#include "treeviews/tavitreeitemdelegate.h"
+#include "treeviews/tavitreemodel.h"
+#include "treeviews/tavitreeproxymodel.h"
+#include "treeviews/tavitreeviewfilterfloater.h"
+
+#include <QGridLayout>
+#include <QLineEdit>
+#include <QPalette>
+#include <QStatusBar>
+
+TaviTreeViewFilterFloater *TaviTreeView::filter_floater = nullptr;
+
+TaviTreeView::TaviTreeView(QWidget *parent) : QTreeView(parent)
+{
+    setObjectName(QStringLiteral("TaviTreeView"));
+    //: What a screen reader calls a tree view that the application gives no name of its own.
+    setAccessibleName(tr("List"));
+    setUp();
+    setItemDelegate(new TaviTreeItemDelegate(this));
+
+    // Only these roles: all others follow the application's palette, be it light or dark.
+    QPalette colours;
+    colours.setColor(QPalette::All, QPalette::Highlight, QColor(0xBF, 0xD8, 0xFA));
+    colours.setColor(QPalette::All, QPalette::HighlightedText, Qt::black);
+    colours.setColor(QPalette::Disabled, QPalette::Text, Qt::gray);
+    colours.setColor(QPalette::Disabled, QPalette::HighlightedText, Qt::gray);
+    setPalette(colours);
+
+    setHeader(new TaviHeaderView(Qt::Horizontal, this));
+    proxy_model = new TaviTreeProxyModel(this);
+    proxy_model->setDynamicSortFilter(true);
+    proxy_model->setFilterCaseSensitivity(Qt::CaseInsensitive);
+    proxy_model->setSortCaseSensitivity(Qt::CaseInsensitive);
+    proxy_model->setFilterKeyColumn(-1);
+    QTreeView::setModel(proxy_model);
+
+    connect(proxy_model, SIGNAL(layoutAboutToBeChanged()), this, SLOT(proxyLayoutAboutToBeChanged()));
+    connect(proxy_model, SIGNAL(layoutChanged()), this, SLOT(proxyLayoutChanged()));
+    connect(proxy_model, SIGNAL(modelReset()), this, SLOT(updateStatusBar()));
+    connect(proxy_model, SIGNAL(rowsInserted(QModelIndex, int, int)), this, SLOT(updateStatusBar()));
+    connect(proxy_model, SIGNAL(rowsRemoved(QModelIndex, int, int)), this, SLOT(updateStatusBar()));
+    connect(proxy_model, &QAbstractProxyModel::sourceModelChanged, this, &TaviTreeView::watchSourceModel);
+    connect(this, SIGNAL(doubleClicked(QModelIndex)), this, SLOT(toggleExpandAnyColumn(QModelIndex)));
+}
+
+TaviTreeView::~TaviTreeView()
+{
+    if (filter_floater && filter_floater->view == this) {
+        filter_floater->view = nullptr;
+        filter_floater->setParent(nullptr);
+    }
+}
+
+void TaviTreeView::setUp()
+{
+    setUniformRowHeights(true);
+    setWordWrap(false);
+    setEditTriggers(QAbstractItemView::SelectedClicked | QAbstractItemView::EditKeyPressed);
+    setAlternatingRowColors(true);
+    setTextElideMode(Qt::ElideMiddle);
+    setSortingEnabled(false);
+    setSelectionBehavior(QAbstractItemView::SelectRows);
+    setSelectionMode(QAbstractItemView::SingleSelection);
+    setRootIsDecorated(false);
+    setDragDropOverwriteMode(false);
+}
+
+QWidget *TaviTreeView::widget()
+{
+    if (!status_bar_enabled)
+        return this;
+    if (container)
+        return container;
+    container = new QWidget(qobject_cast<QWidget *>(parent()));
+    container->setObjectName(QStringLiteral("tavitreeview_container"));
+    auto *layout = new QGridLayout(container);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->addWidget(this, 0, 0); // which makes the container the parent
+    status_bar = new QStatusBar(container);
+    status_bar->setSizeGripEnabled(false);
+    //: What a screen reader calls the line below a list, which tells how many rows there are.
+    status_bar->setAccessibleName(tr("Status"));
+    layout->addWidget(status_bar, 1, 0);
+    layout->setRowStretch(0, 1);
+    layout->setRowStretch(1, 0);
+    return container;
+}
+
+void TaviTreeView::setModel(TaviTreeModel *model)
+{
+    if (proxy_model)
+        proxy_model->setSourceModel(model);
+    else
+        QTreeView::setModel(model);
+}
+
+TaviTreeModel *TaviTreeView::sourceModel() const
+{
+    return proxy_model ? qobject_cast<TaviTreeModel *>(proxy_model->sourceModel()) : nullptr;
+}
+
+void TaviTreeView::watchSourceModel()
+{
+    if (watched_model)
+        watched_model->disconnect(this);
+    watched_model = proxy_model->sourceModel();
+    // A proxy forgets a source that dies without telling its own views, whose rows would then point nowhere. Given no
+    // source at all, it tells them.
+    if (watched_model)
+        connect(watched_model, &QObject::destroyed, this, [this] { proxy_model->setSourceModel(nullptr); });
+}
+
+void TaviTreeView::setSelectionModel(QItemSelectionModel *model)
+{
+    if (selectionModel())
+        disconnect(selectionModel(), SIGNAL(selectionChanged(QItemSelection, QItemSelection)), this,
+                   SIGNAL(selectionChanged()));
+    QTreeView::setSelectionModel(model);
+    if (!selectionModel())
+        return;
+    cached_selection = selectionModel()->selection();
+    connect(selectionModel(), SIGNAL(selectionChanged(QItemSelection, QItemSelection)), this,
+            SIGNAL(selectionChanged()));
+}
+
+void TaviTreeView::reset()
+{
+    QTreeView::reset();
+    cached_selection.clear();
+    if (proxy_model)
+        proxy_model->hiddenRowsForgotten();
+}
+
+void TaviTreeView::setRowHidden(int row, const QModelIndex &parent, bool hide)
+{
+    QTreeView::setRowHidden(row, parent, hide);
+    proxy_model->hiddenRowsTouched();
+}
+
+void TaviTreeView::rowsInserted(const QModelIndex &parent, int start, int end)
+{
+    QTreeView::rowsInserted(parent, start, end);
+    if (!proxy_model)
+        return;
+    proxy_model->filterInserted(parent, start, end);
+    // A keyword keeps the branches of visible rows open, and this row was none before.
+    if (proxy_model->isFiltering() && parent.isValid() && end - start + 1 == model()->rowCount(parent))
+        expand(parent);
+}
+
+void TaviTreeView::setHeaderMenuEnabled(bool enabled)
+{
+    if (auto *tavi_header = qobject_cast<TaviHeaderView *>(header()))
+        tavi_header->setMenuEnabled(enabled);
+}
+
+bool TaviTreeView::isHeaderMenuEnabled() const
+{
+    const auto *tavi_header = qobject_cast<TaviHeaderView *>(header());
+    return tavi_header && tavi_header->isMenuEnabled();
+}
+
+QModelIndex TaviTreeView::mapToSource(const QModelIndex &index) const
+{
+    return proxy_model->mapToSource(index);
+}
+
+QModelIndex TaviTreeView::mapFromSource(const QModelIndex &index) const
+{
+    return proxy_model->mapFromSource(index);
+}
+
+void TaviTreeView::addFilterLineEdit(QLineEdit *line_edit)
+{
+    if (!line_edit)
+        return;
+    connect(line_edit, SIGNAL(textChanged(QString)), this, SLOT(filter(QString)));
+    proxy_model->addFilterLineEdit(line_edit);
+}
+
+QStatusBar *TaviTreeView::statusBar()
+{
+    return status_bar_enabled ? status_bar : nullptr;
+}
+
+int TaviTreeView::sortColumn() const
+{
+    return isSortingEnabled() && header() ? header()->sortIndicatorSection() : -1;
+}
+
+bool TaviTreeView::isEditing() const
+{
+    return state() == EditingState;
+}

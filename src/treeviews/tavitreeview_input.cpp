@@ -1,0 +1,226 @@
+// SPDX-License-Identifier: MIT
+//
+// Keys, mouse and drags.
+#include "treeviews/tavitreeproxymodel.h"
+#include "treeviews/tavitreeview.h"
+
+#include <QContextMenuEvent>
+#include <QDragEnterEvent>
+#include <QDragLeaveEvent>
+#include <QDropEvent>
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QMouseEvent>
+
+namespace {
+
+constexpr qint64 search_pause = 400; // milliseconds after which a search starts anew
+
+bool isPrintable(const QString &text)
+{
+    return !text.isEmpty() && text.at(0).isPrint();
+}
+
+/// The keys that every item view knows, whatever text they bring along.
+bool isViewKey(int key)
+{
+    switch (key) {
+    case Qt::Key_Backspace:
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+    case Qt::Key_Delete:
+    case Qt::Key_Down:
+    case Qt::Key_PageUp:
+    case Qt::Key_PageDown:
+    case Qt::Key_Up:
+    case Qt::Key_Home:
+    case Qt::Key_End:
+    case Qt::Key_Plus:
+    case Qt::Key_Minus:
+    case Qt::Key_Space:
+    case Qt::Key_Escape:
+    case Qt::Key_F2:
+        return true;
+    default:
+        return false;
+    }
+}
+
+} // namespace
+
+void TaviTreeView::keyPressEvent(QKeyEvent *event)
+{
+    const QString text = event->text();
+    if (isPrintable(text)) {
+        if (!search_time.isValid() || search_time.elapsed() > search_pause)
+            search_string = text;
+        else
+            search_string += text;
+    }
+    search_time.start();
+
+    const Qt::KeyboardModifiers modifiers = event->modifiers();
+    const QPointer<TaviTreeView> self(this);
+    if (event->key() == Qt::Key_Question && (modifiers & Qt::ShiftModifier)
+        && !(modifiers & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier)))
+        showFilterFloater();
+    if (event->key() == Qt::Key_Escape && modifiers == Qt::NoModifier)
+        closeFilterFloater();
+    if (!self)
+        return;
+
+    if (isViewKey(event->key()))
+        QTreeView::keyPressEvent(event);
+    else if (event->key() == Qt::Key_Right || event->key() == Qt::Key_Left)
+        setSelectedExpanded(event->key() == Qt::Key_Right);
+    else if (!isPrintable(text))
+        QTreeView::keyPressEvent(event);
+    else
+        searchAhead();
+}
+
+void TaviTreeView::searchAhead()
+{
+    const QModelIndex current = selectionModel()->currentIndex();
+    if (!current.isValid())
+        return;
+    const int sorted_by = sortColumn();
+    QVector<int> columns;
+    if (sorted_by != -1)
+        columns.append(sorted_by);
+    for (int column = 0; column < model()->columnCount(); ++column) {
+        if (column != sorted_by)
+            columns.append(column);
+    }
+    for (const int column : qAsConst(columns)) {
+        // The row counts as one of the top level, also where the current one lies deeper.
+        const QModelIndex start = model()->index(current.row(), column);
+        if (!start.isValid())
+            continue;
+        const QModelIndexList hits = model()->match(start, Qt::DisplayRole, search_string, 1,
+                                                    Qt::MatchContains | Qt::MatchWrap | Qt::MatchRecursive);
+        if (hits.isEmpty())
+            continue;
+        const QPersistentModelIndex hit = hits.first();
+        const QPointer<TaviTreeView> self(this);
+        selectionModel()->select(hit, QItemSelectionModel::SelectCurrent | QItemSelectionModel::Clear
+                                          | QItemSelectionModel::Rows);
+        if (self && hit.isValid())
+            scrollTo(hit, EnsureVisible);
+        return;
+    }
+}
+
+void TaviTreeView::setSelectedExpanded(bool expanded)
+{
+    if (!itemsExpandable())
+        return;
+    QVector<ExpandChange> changes;
+    const QModelIndexList rows = selectedRows(0);
+    for (const QModelIndex &row : rows)
+        changes.append({row, expanded});
+    applyExpandChanges(changes);
+}
+
+QItemSelectionModel::SelectionFlags TaviTreeView::selectionCommand(const QModelIndex &index,
+                                                                   const QEvent *event) const
+{
+    if (!index.isValid())
+        return invalid_index_selection_command;
+    if (event && event->type() == QEvent::ContextMenu && selectionModel()->isSelected(index))
+        return QItemSelectionModel::NoUpdate;
+    return QTreeView::selectionCommand(index, event);
+}
+
+QItemSelectionModel::SelectionFlags TaviTreeView::invalidIndexSelectionCommand() const
+{
+    return invalid_index_selection_command;
+}
+
+void TaviTreeView::setInvalidIndexSelectionCommand(QItemSelectionModel::SelectionFlags command)
+{
+    invalid_index_selection_command = command;
+}
+
+void TaviTreeView::contextMenuEvent(QContextMenuEvent *event)
+{
+    event->accept();
+    Q_EMIT contextMenuRequested(indexAt(event->pos()));
+}
+
+void TaviTreeView::mouseDoubleClickEvent(QMouseEvent *event)
+{
+    const QPointer<TaviTreeView> self(this);
+    QTreeView::mouseDoubleClickEvent(event);
+    if (self)
+        Q_EMIT doubleClicked();
+}
+
+void TaviTreeView::toggleExpandAnyColumn(const QModelIndex &index)
+{
+    if (!index.isValid() || index.column() == 0)
+        return;
+    const QModelIndex first = index.sibling(index.row(), 0);
+    setExpanded(first, !isExpanded(first));
+}
+
+TaviTreeView::DragClass TaviTreeView::dragClass(const QDropEvent *event) const
+{
+    if (event->source() == this)
+        return {DND_FROM_SELF, DND_MOVE_SELF};
+    if (event->source())
+        return {DND_FROM_WIDGETS, DND_MOVE_WIDGETS};
+    return {DND_FROM_OUTSIDE, DND_MOVE_OUTSIDE};
+}
+
+bool TaviTreeView::takesDrag(const QDropEvent *event) const
+{
+    return (dnd_flags & dragClass(event).allowed) != 0;
+}
+
+void TaviTreeView::forceDropAction(QDropEvent *event) const
+{
+    if (dnd_flags & dragClass(event).forced_move)
+        event->setDropAction(Qt::MoveAction);
+}
+
+void TaviTreeView::dragEnterEvent(QDragEnterEvent *event)
+{
+    if (!takesDrag(event)) {
+        // Otherwise the widget behind would be asked. Nothing is dropped all the same: no later event gets through.
+        event->accept();
+        return;
+    }
+    forceDropAction(event);
+    QTreeView::dragEnterEvent(event);
+}
+
+void TaviTreeView::dragMoveEvent(QDragMoveEvent *event)
+{
+    if (!takesDrag(event)) {
+        event->ignore();
+        return;
+    }
+    // Each event brings the user's wish anew.
+    forceDropAction(event);
+    QTreeView::dragMoveEvent(event);
+}
+
+void TaviTreeView::dragLeaveEvent(QDragLeaveEvent *event)
+{
+    QTreeView::dragLeaveEvent(event);
+}
+
+void TaviTreeView::dropEvent(QDropEvent *event)
+{
+    if (!takesDrag(event)) {
+        event->ignore();
+        return;
+    }
+    forceDropAction(event);
+    const QPointer<TaviTreeView> self(this);
+    QTreeView::dropEvent(event);
+    // The base class accepts the action that the user asked for, and the source would keep what has moved.
+    if (self && event->isAccepted())
+        forceDropAction(event);
+}
