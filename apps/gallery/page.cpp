@@ -6,5 +6,8 @@ QVector<Page> galleryPages()
     return {
         {"spectrobuddy", "SpectroBuddy",
          "The instrument box of a panel: chooses an instrument and delivers its colours.", makeSpectroBuddyPage},
+        {"tavigridview", "TaviGridView",
+         "A collection as cells of one size, as many in a row as fit: the patches of a characterisation set.",
+         makeTaviGridViewPage},
     };
 }

@@ -21,5 +21,6 @@ QVector<Page> galleryPages();
 
 /// The pages, one function each in page_<name>.cpp.
 QWidget *makeSpectroBuddyPage(bool for_picture);
+QWidget *makeTaviGridViewPage(bool for_picture);
 
 #endif

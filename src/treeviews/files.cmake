@@ -1,24 +1,39 @@
 # SPDX-License-Identifier: MIT
 list(APPEND TAVIWIDGETS_HEADERS
+    treeviews/numberlistdrag.h
+    treeviews/taviconfigorder.h
     treeviews/tavigridview.h
     treeviews/taviheaderview.h
     treeviews/tavitreeitem.h
     treeviews/tavitreeitemdelegate.h
     treeviews/tavitreemodel.h
+    treeviews/tavitreeproxymodel.h)
     treeviews/tavitreeproxymodel.h
     treeviews/tavitreeview.h
     treeviews/tavitreeviewfilterfloater.h)
+list(APPEND TAVIWIDGETS_FORMS
+    treeviews/taviconfigorder_ui.ui)
 list(APPEND TAVIWIDGETS_SOURCES
+    treeviews/configorderitem.cpp
+    treeviews/configordermodel.cpp
+    treeviews/configorderrows.cpp
+    treeviews/configorderrows_p.h
+    treeviews/configordertree.cpp
     treeviews/headerstate.cpp
     treeviews/headerstate_oldest.cpp
     treeviews/headerstate_p.h
     treeviews/keywordmatcher.cpp
     treeviews/keywordmatcher_p.h
+    treeviews/numberlistdrag.cpp
+    treeviews/taviconfigorder.cpp
+    treeviews/taviconfigorder_items.cpp
+    treeviews/taviconfigorderdlg.cpp
     treeviews/tavigriddelegate.cpp
     treeviews/tavigridmodel.cpp
     treeviews/tavigridselectionmodel.cpp
     treeviews/tavigridview.cpp
     treeviews/taviheaderview.cpp
+    treeviews/taviheaderview_configure.cpp
     treeviews/taviheaderview_keyboard.cpp
     treeviews/taviheaderview_menu.cpp
     treeviews/taviheaderview_state.cpp

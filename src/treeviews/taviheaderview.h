@@ -3,6 +3,7 @@
 #define TREEVIEWS_TAVIHEADERVIEW_H
 
 #include "foundation/taviwidgets_export.h"
+#include "treeviews/taviconfigorder.h"
 
 #include <QByteArray>
 #include <QHeaderView>
@@ -10,6 +11,24 @@
 #include <string>
 
 class TaviRegistry;
+
+/// @file
+/// The header of the library's tree views, and what stands for its columns in the order dialog.
+
+/// A column in the order dialog; its number is the logical section.
+class TAVIWIDGETS_EXPORT ColumnOrderItem : public ConfigOrderItem
+{
+    Q_OBJECT
+
+public:
+    /// An entry without a parent.
+    ColumnOrderItem();
+    /// As ConfigOrderItem copies.
+    ColumnOrderItem(const ColumnOrderItem &other);
+    ~ColumnOrderItem() override;
+    using ConfigOrderItem::operator=;
+    ColumnOrderItem &operator=(const ColumnOrderItem &other);
+};
 
 /// The header of a TaviTreeView: a menu that shows and hides columns, the dialog that orders them, and a state that
 /// also remembers how wide hidden columns are.
@@ -56,7 +75,8 @@ public:
     virtual QByteArray saveState();
     /// Applies a state of saveState(), and clicks its sort section so that the view sorts. Always true.
     ///
-    /// The order comes back whole. Sizes are those of the state, also below what the style takes for the least; one
+    /// The order comes back whole. Sizes are those of the state, also below what the style takes for the least, and
+    /// minimumSectionSize() is then lowered to the smallest of them (one that the application has set is not). A size
     /// below 6 becomes the default size, and one that no header can have is passed over. A state that is too short is
     /// applied as far as it goes: the columns after that stay as they are, in the places that are left, and the sort
     /// section and order are 0. Places that are out of range or taken already are passed over in the same way. Any
@@ -86,11 +106,11 @@ public:
     /// Shows a hidden section. If the last section is stretched and this one is now the last one, it takes its room
     /// from its left neighbour, which keeps at least the default size:
     ///
-    /// - Where the newcomer is wider than the neighbour, both get half of the neighbour's width.
+    /// - Where the newcomer, stretched, is wider than the neighbour, both get half of the neighbour's width.
     /// - Otherwise the neighbour gives the newcomer's width away. If that leaves it less than the default size D, it
     ///   gets D and the newcomer what the neighbour had above D; where that was nothing, its size is left alone.
     ///
-    /// Nothing happens to a section that is shown already.
+    /// The header then gives the newcomer what room is left. Nothing happens to a section that is shown already.
     void showSectionLastStretchSafe(int section);
 
 Q_SIGNALS:
@@ -101,6 +121,10 @@ protected Q_SLOTS:
     /// Opens the menu at the mouse pointer: the entry for configureHeaders(), and one to tick for each section.
     /// Does nothing if the menu is not enabled. @a pos is not looked at.
     void headerMenu(QPoint pos);
+    /// Runs the order dialog on the columns, "Configure List Headers", and applies what the user accepts: which
+    /// columns show (by showSectionLastStretchSafe()), and their order. The hidden ones come after those. Columns
+    /// that came or went meanwhile stay as they are.
+    void configureHeaders();
 
 protected:
     /// @name Operation by keys
@@ -122,6 +146,7 @@ private:
     void bringIntoSight(int section);
 
     bool menu_enabled = true;
+    int lowered_minimum = -1; ///< minimumSectionSize() where that was lowered for narrow sections; -1 otherwise.
     int keyboard_section =
         -1; ///< Logical index of the section that keys act on; keyboardSection() tells if it lives.
 };
