@@ -25,12 +25,17 @@ TaviTreeProxyModel::TaviTreeProxyModel(QObject *parent) : QSortFilterProxyModel(
     connect(this, &QAbstractItemModel::rowsAboutToBeMoved, this, note);
     connect(this, &QAbstractItemModel::layoutAboutToBeChanged, this, note);
     connect(this, &QAbstractItemModel::modelAboutToBeReset, this, note);
-    const auto recount = [this](const QModelIndex &changed) {
-        if (!changed.isValid())
-            visible_top_rows = -1;
+    // Without a keyword no row is hidden but those that somebody else hides, who tells of it: rows that come and go
+    // are counted by their number.
+    const auto count = [this](const QModelIndex &changed, int rows_more) {
+        if (changed.isValid() || visible_top_rows < 0)
+            return;
+        visible_top_rows = filter_string.isEmpty() && !hidden_unknown ? visible_top_rows + rows_more : -1;
     };
-    connect(this, &QAbstractItemModel::rowsInserted, this, recount);
-    connect(this, &QAbstractItemModel::rowsRemoved, this, recount);
+    connect(this, &QAbstractItemModel::rowsInserted, this,
+            [count](const QModelIndex &changed, int first, int last) { count(changed, last - first + 1); });
+    connect(this, &QAbstractItemModel::rowsRemoved, this,
+            [count](const QModelIndex &changed, int first, int last) { count(changed, first - last - 1); });
     connect(this, &QAbstractItemModel::rowsMoved, this, [this] { visible_top_rows = -1; });
 
     connect(this, &QAbstractItemModel::dataChanged, this, &TaviTreeProxyModel::afterDataChange, Qt::DirectConnection);
