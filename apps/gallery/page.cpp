@@ -12,5 +12,8 @@ QVector<Page> galleryPages()
          makeTaviWidgetUtilPage},
         {"taviconfigorder", "TaviConfigOrder",
          "The dialog in which the user says which things show, and in what order.", makeTaviConfigOrderPage},
+        {"tavigridview", "TaviGridView",
+         "A collection as cells of one size, as many in a row as fit: the patches of a characterisation set.",
+         makeTaviGridViewPage},
     };
 }

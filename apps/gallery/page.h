@@ -24,5 +24,6 @@ QWidget *makeColorSchemePage(bool for_picture);
 QWidget *makeSpectroBuddyPage(bool for_picture);
 QWidget *makeTaviWidgetUtilPage(bool for_picture);
 QWidget *makeTaviConfigOrderPage(bool for_picture);
+QWidget *makeTaviGridViewPage(bool for_picture);
 
 #endif

@@ -7,6 +7,7 @@ list(APPEND TAVIWIDGETS_HEADERS
     treeviews/tavitreeitem.h
     treeviews/tavitreeitemdelegate.h
     treeviews/tavitreemodel.h
+    treeviews/tavitreeproxymodel.h)
     treeviews/tavitreeproxymodel.h
     treeviews/tavitreeview.h
     treeviews/tavitreeviewfilterfloater.h)
@@ -21,6 +22,8 @@ list(APPEND TAVIWIDGETS_SOURCES
     treeviews/headerstate.cpp
     treeviews/headerstate_oldest.cpp
     treeviews/headerstate_p.h
+    treeviews/keywordmatcher.cpp
+    treeviews/keywordmatcher_p.h
     treeviews/numberlistdrag.cpp
     treeviews/taviconfigorder.cpp
     treeviews/taviconfigorder_items.cpp
@@ -46,6 +49,8 @@ list(APPEND TAVIWIDGETS_SOURCES
     treeviews/tavitreemodel_p.h
     treeviews/tavitreemodel_rows.cpp
     treeviews/tavitreeproxymodel.cpp
+    treeviews/tavitreeproxymodel_filter.cpp
+    treeviews/tavitreeproxymodel_straight.cpp
     treeviews/tavitreeview.cpp
     treeviews/tavitreeview_filter.cpp
     treeviews/tavitreeview_input.cpp

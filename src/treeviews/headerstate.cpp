@@ -4,6 +4,8 @@
 #include <QDataStream>
 #include <QIODevice>
 
+#include <limits>
+
 QByteArray HeaderState::toBytes() const
 {
     QByteArray bytes;
@@ -55,13 +57,15 @@ QVector<int> orderOfSections(const QVector<int> &present, const QVector<int> &wa
     return order;
 }
 
-SectionMinimumLifted::SectionMinimumLifted(QHeaderView *header) : header_(header)
+SectionMinimumLifted::SectionMinimumLifted(QHeaderView *header, int *lowered) : header_(header), lowered_(lowered)
 {
     const int minimum = header->minimumSectionSize();
-    header->setMinimumSectionSize(-1);
-    if (header->minimumSectionSize() != minimum) {
-        header->setMinimumSectionSize(minimum);
-        return;
+    if (minimum != *lowered) {
+        header->setMinimumSectionSize(-1);
+        if (header->minimumSectionSize() != minimum) {
+            header->setMinimumSectionSize(minimum);
+            return;
+        }
     }
     header->setMinimumSectionSize(0);
     lifted_ = true;
@@ -69,6 +73,31 @@ SectionMinimumLifted::SectionMinimumLifted(QHeaderView *header) : header_(header
 
 SectionMinimumLifted::~SectionMinimumLifted()
 {
-    if (lifted_)
-        header_->setMinimumSectionSize(-1);
+    if (!lifted_)
+        return;
+    const int smallest = smallestSection();
+    header_->setMinimumSectionSize(-1);
+    const bool lower = smallest < header_->minimumSectionSize();
+    *lowered_ = lower ? qMax(smallest, least_section_size) : -1;
+    if (lower) {
+        // Raised from below: that widens what is smaller, which lowering would leave.
+        header_->setMinimumSectionSize(0);
+        header_->setMinimumSectionSize(*lowered_);
+    }
+}
+
+/// Of those that show, but for one that is stretched: that takes the room which is there.
+int SectionMinimumLifted::smallestSection() const
+{
+    int smallest = std::numeric_limits<int>::max();
+    bool skip = header_->stretchLastSection();
+    for (int place = header_->count() - 1; place >= 0; --place) {
+        const int section = header_->logicalIndex(place);
+        if (header_->isSectionHidden(section))
+            continue;
+        if (!skip)
+            smallest = qMin(smallest, header_->sectionSize(section));
+        skip = false;
+    }
+    return smallest;
 }

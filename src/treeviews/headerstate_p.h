@@ -44,18 +44,27 @@ TAVIWIDGETS_EXPORT QVector<int> orderOfSections(const QVector<int> &present, con
 /// removed.
 TAVIWIDGETS_EXPORT QByteArray takeOldestHeaderSettings(TaviRegistry &registry, std::string &section, int columns);
 
-/// While this lives, sections of a header may be narrower than the style has them. A minimum that was set on purpose
-/// stays in force.
-class SectionMinimumLifted
+/// Sizes below this are no widths that anybody chose.
+constexpr int least_section_size = 6;
+
+/// While this lives, sections of a header may have any size. A header would widen them to the style's minimum, not
+/// only now but also whenever it stretches its last section. So afterwards its minimum is as low as the smallest
+/// section needs it (but least_section_size), and the style's if none needs it lower. A minimum that the application
+/// has set stays in force.
+class TAVIWIDGETS_EXPORT SectionMinimumLifted
 {
 public:
-    explicit SectionMinimumLifted(QHeaderView *header);
+    /// @param lowered where the header keeps the minimum that this class gave it last; -1 for none
+    SectionMinimumLifted(QHeaderView *header, int *lowered);
     ~SectionMinimumLifted();
     SectionMinimumLifted(const SectionMinimumLifted &) = delete;
     SectionMinimumLifted &operator=(const SectionMinimumLifted &) = delete;
 
 private:
+    int smallestSection() const;
+
     QHeaderView *const header_;
+    int *const lowered_;
     bool lifted_ = false;
 };
 

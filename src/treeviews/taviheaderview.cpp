@@ -21,8 +21,7 @@ TaviHeaderView::TaviHeaderView(Qt::Orientation orientation, QWidget *parent) : Q
     setContextMenuPolicy(Qt::CustomContextMenu);
     // For keys only: a click on a column must not take the focus away from the rows.
     setFocusPolicy(Qt::TabFocus);
-    // By name, so that a subclass that has such a slot of its own gets the call.
-    connect(this, SIGNAL(customContextMenuRequested(QPoint)), this, SLOT(headerMenu(QPoint)));
+    connect(this, &QWidget::customContextMenuRequested, this, &TaviHeaderView::headerMenu);
 }
 
 TaviHeaderView::~TaviHeaderView() = default;
@@ -68,7 +67,7 @@ void TaviHeaderView::showSectionLastStretchSafe(int section)
     if (!isSectionHidden(section))
         return;
     {
-        const SectionMinimumLifted lifted(this);
+        const SectionMinimumLifted lifted(this, &lowered_minimum);
         setSectionHidden(section, false);
     }
     if (!stretchLastSection())
@@ -78,12 +77,12 @@ void TaviHeaderView::showSectionLastStretchSafe(int section)
     if (last != section || visible < 2)
         return;
     const int neighbour = logicalIndexFromVisible(visible - 2);
-    // The sizes as they stand now: the newcomer is stretched already, and its neighbour isn't any more. So the
-    // newcomer is mostly the wider one, and both end up at half of the neighbour, with free room at the end until the
-    // header is stretched again. Users of long standing know it like that, and saved layouts were made with it.
+    // The sizes as they stand now: the newcomer is stretched already, and its neighbour isn't any more. So where
+    // there is room the newcomer is the wider one and halves its neighbour, and stretching then gives it the rest all
+    // the same. Users know it like that.
     const int room = sectionSize(last);
     const int neighbour_size = sectionSize(neighbour);
-    const SectionMinimumLifted lifted(this);
+    const SectionMinimumLifted lifted(this, &lowered_minimum);
     if (room > neighbour_size) {
         resizeSection(neighbour, neighbour_size / 2);
         resizeSection(last, neighbour_size / 2);

@@ -75,7 +75,8 @@ public:
     virtual QByteArray saveState();
     /// Applies a state of saveState(), and clicks its sort section so that the view sorts. Always true.
     ///
-    /// The order comes back whole. Sizes are those of the state, also below what the style takes for the least; one
+    /// The order comes back whole. Sizes are those of the state, also below what the style takes for the least, and
+    /// minimumSectionSize() is then lowered to the smallest of them (one that the application has set is not). A size
     /// below 6 becomes the default size, and one that no header can have is passed over. A state that is too short is
     /// applied as far as it goes: the columns after that stay as they are, in the places that are left, and the sort
     /// section and order are 0. Places that are out of range or taken already are passed over in the same way. Any
@@ -105,11 +106,11 @@ public:
     /// Shows a hidden section. If the last section is stretched and this one is now the last one, it takes its room
     /// from its left neighbour, which keeps at least the default size:
     ///
-    /// - Where the newcomer is wider than the neighbour, both get half of the neighbour's width.
+    /// - Where the newcomer, stretched, is wider than the neighbour, both get half of the neighbour's width.
     /// - Otherwise the neighbour gives the newcomer's width away. If that leaves it less than the default size D, it
     ///   gets D and the newcomer what the neighbour had above D; where that was nothing, its size is left alone.
     ///
-    /// Nothing happens to a section that is shown already.
+    /// The header then gives the newcomer what room is left. Nothing happens to a section that is shown already.
     void showSectionLastStretchSafe(int section);
 
 Q_SIGNALS:
@@ -145,6 +146,7 @@ private:
     void bringIntoSight(int section);
 
     bool menu_enabled = true;
+    int lowered_minimum = -1; ///< minimumSectionSize() where that was lowered for narrow sections; -1 otherwise.
     int keyboard_section =
         -1; ///< Logical index of the section that keys act on; keyboardSection() tells if it lives.
 };

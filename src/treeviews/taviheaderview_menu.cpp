@@ -12,7 +12,7 @@ void TaviHeaderView::headerMenu(QPoint)
     if (!menu_enabled)
         return;
     const QPointer<QMenu> menu = new QMenu(this);
-    // By name: see the constructor.
+    // By name, so that a subclass with such a slot of its own is asked.
     QAction *configure =
         menu->addAction(tr("Configure Headers") + QLatin1String("..."), this, SLOT(configureHeaders()));
     configure->setData(-1);

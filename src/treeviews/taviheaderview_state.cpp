@@ -7,9 +7,6 @@
 
 namespace {
 
-/// Sizes below this are no widths that anybody chose: the default size stands in for them.
-constexpr int least_saved_size = 6;
-
 /// While this lives, no section is stretched, so that each has the size that it is given.
 class StretchSuspended
 {
@@ -36,24 +33,15 @@ QVector<int> TaviHeaderView::hiddenSectionSizes()
     QVector<int> sizes(modelColumnCount(), 0);
     if (!sectionsHidden())
         return sizes;
-    const int last = logicalIndexFromVisible(visibleSectionCount() - 1);
-    const int last_size = last < 0 ? 0 : sectionSize(last);
     const QSignalBlocker blocker(this);
-    {
-        const StretchSuspended unstretched(this);
-        const SectionMinimumLifted lifted(this);
-        for (int section = 0; section < sizes.size(); ++section) {
-            if (!isSectionHidden(section))
-                continue;
-            setSectionHidden(section, false);
-            sizes[section] = sectionSize(section);
-            setSectionHidden(section, true);
-        }
-    }
-    // A last section need not fill the header: showSectionLastStretchSafe() leaves one that doesn't.
-    if (last >= 0 && sectionSize(last) != last_size) {
-        const SectionMinimumLifted lifted(this);
-        resizeSection(last, last_size);
+    const StretchSuspended unstretched(this);
+    const SectionMinimumLifted lifted(this, &lowered_minimum);
+    for (int section = 0; section < sizes.size(); ++section) {
+        if (!isSectionHidden(section))
+            continue;
+        setSectionHidden(section, false);
+        sizes[section] = sectionSize(section);
+        setSectionHidden(section, true);
     }
     return sizes;
 }
@@ -80,11 +68,11 @@ bool TaviHeaderView::restoreState(const QByteArray &bytes)
     const HeaderState state = HeaderState::fromBytes(bytes, modelColumnCount());
     {
         const StretchSuspended unstretched(this);
-        const SectionMinimumLifted lifted(this);
+        const SectionMinimumLifted lifted(this, &lowered_minimum);
         QVector<int> places;
         for (int section = 0; section < state.sections.size(); ++section) {
             const int size = state.sections.at(section).size;
-            resizeSection(section, size < least_saved_size ? defaultSectionSize() : size);
+            resizeSection(section, size < least_section_size ? defaultSectionSize() : size);
             places.append(state.sections.at(section).visual_index);
         }
         QVector<int> present;

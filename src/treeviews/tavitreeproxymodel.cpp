@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "treeviews/tavitreeproxymodel.h"
 
+#include "treeviews/tavitreeitem.h"
+#include "treeviews/tavitreeitem_p.h"
 #include "treeviews/tavitreemodel.h"
+#include "treeviews/tavitreemodel_p.h"
 
 #include <QHeaderView>
 #include <QKeyEvent>
@@ -12,11 +15,35 @@
 
 TaviTreeProxyModel::TaviTreeProxyModel(QObject *parent) : QSortFilterProxyModel(parent)
 {
-    connect(this, SIGNAL(dataChanged(QModelIndex, QModelIndex, QVector<int>)), SLOT(filter()), Qt::DirectConnection);
+    connect(this, &QAbstractProxyModel::sourceModelChanged, this, &TaviTreeProxyModel::takeUpSource);
+    // What a run has concluded does not survive these; noted before anybody else acts on them.
+    const auto note = [this] {
+        ++structure;
+    };
+    connect(this, &QAbstractItemModel::rowsAboutToBeInserted, this, note);
+    connect(this, &QAbstractItemModel::rowsAboutToBeRemoved, this, note);
+    connect(this, &QAbstractItemModel::rowsAboutToBeMoved, this, note);
+    connect(this, &QAbstractItemModel::layoutAboutToBeChanged, this, note);
+    connect(this, &QAbstractItemModel::modelAboutToBeReset, this, note);
+    // Without a keyword no row is hidden but those that somebody else hides, who tells of it: rows that come and go
+    // are counted by their number.
+    const auto count = [this](const QModelIndex &changed, int rows_more) {
+        if (changed.isValid() || visible_top_rows < 0)
+            return;
+        visible_top_rows = filter_string.isEmpty() && !hidden_unknown ? visible_top_rows + rows_more : -1;
+    };
+    connect(this, &QAbstractItemModel::rowsInserted, this,
+            [count](const QModelIndex &changed, int first, int last) { count(changed, last - first + 1); });
+    connect(this, &QAbstractItemModel::rowsRemoved, this,
+            [count](const QModelIndex &changed, int first, int last) { count(changed, first - last - 1); });
+    connect(this, &QAbstractItemModel::rowsMoved, this, [this] { visible_top_rows = -1; });
+
+    connect(this, &QAbstractItemModel::dataChanged, this, &TaviTreeProxyModel::afterDataChange, Qt::DirectConnection);
+    connect(this, &QAbstractItemModel::rowsRemoved, this, &TaviTreeProxyModel::afterRowsRemoved,
+            Qt::DirectConnection);
+    connect(this, &QAbstractItemModel::modelReset, this, &TaviTreeProxyModel::afterReset, Qt::DirectConnection);
     connect(this, SIGNAL(columnsInserted(QModelIndex, int, int)), SLOT(filter()), Qt::DirectConnection);
     connect(this, SIGNAL(columnsRemoved(QModelIndex, int, int)), SLOT(filter()), Qt::DirectConnection);
-    connect(this, SIGNAL(rowsRemoved(QModelIndex, int, int)), SLOT(filter()), Qt::DirectConnection);
-    connect(this, SIGNAL(modelReset()), SLOT(filter()), Qt::DirectConnection);
 }
 
 TaviTreeProxyModel::~TaviTreeProxyModel() = default;
@@ -30,12 +57,6 @@ TaviTreeView *TaviTreeProxyModel::treeView() const
 {
     QTreeView *const view = hidingView();
     return view && view->inherits("TaviTreeView") ? static_cast<TaviTreeView *>(static_cast<void *>(view)) : nullptr;
-}
-
-void TaviTreeProxyModel::updateStatus()
-{
-    if (QTreeView *const view = hidingView())
-        QMetaObject::invokeMethod(view, "updateStatusBar", Qt::DirectConnection, Q_ARG(int, 0));
 }
 
 void TaviTreeProxyModel::setInverted(bool now)
@@ -83,77 +104,6 @@ QList<QModelIndex> TaviTreeProxyModel::mapToSources(const QList<QModelIndex> &in
     return mapped;
 }
 
-void TaviTreeProxyModel::filter()
-{
-    filter(filter_string);
-}
-
-void TaviTreeProxyModel::filter(QString string)
-{
-    if (filtering_now)
-        return;
-    filtering_now = true;
-    filter_string = string;
-    if (QTreeView *const view = hidingView())
-        view->setUpdatesEnabled(false);
-    for (int row = 0; row < rowCount(); ++row)
-        filterRow(row, QModelIndex());
-    if (QTreeView *const view = hidingView()) {
-        view->setUpdatesEnabled(true);
-        updateStatus();
-    }
-    filtering_now = false;
-}
-
-bool TaviTreeProxyModel::filterRow(int row, const QModelIndex &parent)
-{
-    QTreeView *const view = hidingView();
-    const bool any_case = filterCaseSensitivity() == Qt::CaseInsensitive;
-    const QString keyword = any_case ? filter_string.toLower() : filter_string;
-    bool matches = filter_string.isEmpty();
-    if (!matches) {
-        bool hit = false;
-        for (int column = 0; column < columnCount(parent) && !hit; ++column) {
-            if (view && view->header()->isSectionHidden(column))
-                continue;
-            const QString text = index(row, column, parent).data(Qt::DisplayRole).toString();
-            hit = (any_case ? text.toLower() : text).indexOf(keyword) >= 0;
-        }
-        matches = hit != inverted;
-    }
-    bool child_visible = false;
-    const QModelIndex this_row = index(row, 0, parent);
-    for (int child = 0; child < rowCount(this_row); ++child)
-        child_visible = filterRow(child, this_row) || child_visible;
-    const bool visible = matches || child_visible;
-    if (view)
-        view->setRowHidden(row, parent, !visible);
-    return visible;
-}
-
-void TaviTreeProxyModel::filterInserted(const QModelIndex &, int, int)
-{
-    filter();
-}
-
-void TaviTreeProxyModel::hiddenRowsForgotten()
-{
-    filter();
-}
-
-void TaviTreeProxyModel::hiddenRowsTouched() {}
-
-int TaviTreeProxyModel::visibleTopLevelRows() const
-{
-    const QTreeView *const view = hidingView();
-    int visible = 0;
-    for (int row = 0; row < rowCount(); ++row) {
-        if (!view || !view->isRowHidden(row, QModelIndex()))
-            ++visible;
-    }
-    return visible;
-}
-
 bool TaviTreeProxyModel::filterAcceptsRow(int source_row, const QModelIndex &source_parent) const
 {
     const QRegExp expression = filterRegExp();
@@ -190,7 +140,25 @@ bool TaviTreeProxyModel::lessThan(const QModelIndex &source_left, const QModelIn
         if (order == 1 || order == -1)
             return order == -1;
     }
+    // Two stored texts are compared in place; the base class would copy both into values first.
+    const QString *const left = plainText(source_left);
+    const QString *const right = left ? plainText(source_right) : nullptr;
+    if (left && right && !isSortLocaleAware())
+        return left->compare(*right, sortCaseSensitivity()) < 0;
     return QSortFilterProxyModel::lessThan(source_left, source_right);
+}
+
+const QString *TaviTreeProxyModel::plainText(const QModelIndex &source_index) const
+{
+    const auto *const source = qobject_cast<const TaviTreeModel *>(source_index.model());
+    if (!source || sortRole() != Qt::DisplayRole || TaviTreeModelAccess::overridesData(source))
+        return nullptr;
+    const auto *const item = static_cast<const TaviTreeItem *>(source_index.internalPointer());
+    if (!item || TaviTreeItemAccess::overridesData(item))
+        return nullptr;
+    const QVariant *const value = TaviTreeItemAccess::storedValue(item, source_index.column(), Qt::DisplayRole);
+    return value && value->userType() == QMetaType::QString ? static_cast<const QString *>(value->constData())
+                                                            : nullptr;
 }
 
 void TaviTreeProxyModel::addFilterLineEdit(QLineEdit *line_edit)

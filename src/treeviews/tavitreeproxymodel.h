@@ -6,12 +6,19 @@
 
 #include <QList>
 #include <QMap>
+#include <QPair>
+#include <QPersistentModelIndex>
 #include <QSortFilterProxyModel>
 #include <QString>
 
+#include <vector>
+
+class KeywordMatcher;
 class QLineEdit;
 class QTreeView;
 class TaviModelIndexComparer;
+class TaviTreeItem;
+class TaviTreeModel;
 class TaviTreeView;
 
 /// @file
@@ -24,20 +31,25 @@ class TaviTreeView;
 /// a literal piece of text, searched in all columns that the view's header shows. A row stays in sight if it matches
 /// or if a row below it stays; under inversion a row matches that does not hold the keyword.
 ///
-/// A filter expression (QSortFilterProxyModel::setFilterRegExp()) removes rows by the same rules, beside the keyword.
-/// The library itself sets none.
+/// A filter expression (setFilterRegExp()) removes rows by the same rules, beside the keyword. The library itself
+/// sets none.
 ///
-/// **When the rows are looked through.** Each change of the keyword or of the inversion looks through all rows;
-/// filter() does so with the present keyword. After a change of the source (data, columns, rows removed, reset) the
-/// rows are brought up to date that can be affected by it: those that changed, those whose text was written without a
-/// signal, and their ancestors. Where classes of the application answer for themselves (TaviTreeItem::data() or
-/// childCount(), TaviTreeModel::data() and its structure, filterRow() or data() of the proxy) all rows are looked
-/// through again. Rows that come are looked through when the view has taken them in, see filterInserted().
+/// **When the rows are looked through.** Each change of the keyword or of the inversion looks through all rows, and
+/// so does filter(). After a change of the source (data, columns, rows removed, reset) the rows are brought up to
+/// date that can be affected by it: those that changed, those whose text was written without a signal, and the
+/// ancestors of both. Where classes of the application answer for themselves (TaviTreeItem::data() or childCount(),
+/// TaviTreeModel::data() or its structure, filterRow() of the proxy) any row may depend on any other, and all are
+/// looked through again. Rows that come are looked through when the view has taken them in, see filterInserted().
+///
+/// **Rows one to one.** As long as nothing is sorted and no expression is set, a proxy of this very class over a
+/// TaviTreeModel maps rows one to one, so that a row that comes or goes costs the same however many there are. The
+/// first sort, or an expression, changes to the mappings of the base class; indexes that are kept stay valid. An
+/// expression must therefore be set through this class: the base class's setters do not tell of it.
 ///
 /// **The view** is the `QObject` parent. Without one the rows are looked through all the same, and nothing is hidden.
 ///
 /// **Re-entry.** A call of filter() from inside a run does nothing. An overridden data() that removes or adds rows in
-/// the middle of a run ends the run over the rows of that moment; the rows are looked through again right after.
+/// the middle of a run lets the run begin again.
 ///
 /// **Threads.** The main thread.
 class TAVIWIDGETS_EXPORT TaviTreeProxyModel : public QSortFilterProxyModel
@@ -86,16 +98,49 @@ public:
     void filterInserted(const QModelIndex &parent, int first, int last);
     /// For the view, once it has forgotten which rows were hidden (QTreeView::reset()): hides them again.
     void hiddenRowsForgotten();
-    /// For the view: somebody hid or showed rows, or may have done so. The next run counts on nothing.
+    /// For the view: somebody else hid or showed rows, or may have done so. A view that calls this once is expected
+    /// to call it every time; for any other view the proxy finds out for itself.
     void hiddenRowsTouched();
-    /// How many rows of the top level the view does not hide.
+    /// How many rows of the top level the view does not hide. O(1), but O(rows) the first time after rows came or
+    /// went while there is a keyword, or after hiddenRowsTouched().
     int visibleTopLevelRows() const;
+
+    /// As the base class, and see "Rows one to one".
+    void setFilterRegExp(const QRegExp &expression);
+
+    /// @name As the base class
+    /// @{
+    void setSourceModel(QAbstractItemModel *source) override;
+    QModelIndex mapToSource(const QModelIndex &proxy_index) const override;
+    QModelIndex mapFromSource(const QModelIndex &source_index) const override;
+    QModelIndex index(int row, int column, const QModelIndex &parent = QModelIndex()) const override;
+    QModelIndex parent(const QModelIndex &child) const override;
+    using QObject::parent;
+    QModelIndex sibling(int row, int column, const QModelIndex &index) const override;
+    int rowCount(const QModelIndex &parent = QModelIndex()) const override;
+    int columnCount(const QModelIndex &parent = QModelIndex()) const override;
+    bool hasChildren(const QModelIndex &parent = QModelIndex()) const override;
+    QVariant headerData(int section, Qt::Orientation orientation, int role = Qt::DisplayRole) const override;
+    bool setHeaderData(int section, Qt::Orientation orientation, const QVariant &value,
+                       int role = Qt::EditRole) override;
+    bool insertRows(int row, int count, const QModelIndex &parent = QModelIndex()) override;
+    bool insertColumns(int column, int count, const QModelIndex &parent = QModelIndex()) override;
+    bool removeRows(int row, int count, const QModelIndex &parent = QModelIndex()) override;
+    bool removeColumns(int column, int count, const QModelIndex &parent = QModelIndex()) override;
+    void sort(int column, Qt::SortOrder order = Qt::AscendingOrder) override;
+    /// @}
 
 public Q_SLOTS:
     /// Makes @a string the keyword and looks through all rows. An empty keyword shows every row.
     void filter(QString string);
     /// Looks through all rows with the present keyword.
     void filter();
+    /// As the base class, and see "Rows one to one".
+    void setFilterRegExp(const QString &pattern);
+    /// As the base class, and see "Rows one to one".
+    void setFilterWildcard(const QString &pattern);
+    /// As the base class, and see "Rows one to one".
+    void setFilterFixedString(const QString &pattern);
 
 protected:
     /// Whether a source row passes the filter expression, itself or by a row below it.
@@ -106,14 +151,62 @@ protected:
     bool lessThan(const QModelIndex &source_left, const QModelIndex &source_right) const override;
 
 private:
+    enum class Rows {
+        Straight, // one to one
+        Leaving,  // indexes are read as straight ones and made as mapped ones
+        Mapped,   // by the base class
+    };
+    class Run;
+    friend class Run;
+
+    bool canBeStraight(const QAbstractItemModel *source) const;
+    void takeUpSource();
+    void followSource();
+    void watchSource(QAbstractItemModel *source);
+    void leaveStraightRows(bool quietly);
+    void sourceIsGone();
+    void sourceWasReset();
+    QModelIndex straight(const QModelIndex &source_index) const;
+
+    const QString *plainText(const QModelIndex &source_index) const;
+
     QTreeView *hidingView() const;
-    void updateStatus();
+    bool runsShort() const;
+    void afterDataChange(const QModelIndex &top_left, const QModelIndex &bottom_right);
+    void afterRowsRemoved(const QModelIndex &parent);
+    void afterReset();
+    void lookThroughAll();
+    void lookThroughChanged(const QModelIndex &parent, int first, int last, bool came);
+    void lookAtRows(const QModelIndex &parent, int first, int last, bool with_all_below);
+    void showAll();
+    void endRun();
+    void updateStatus(QTreeView *view);
+    std::vector<bool> hiddenColumns() const;
 
     bool inverted = false;
     QMap<QLineEdit *, bool> filter_line_edits;
     QString filter_string;
     TaviModelIndexComparer *comparer = nullptr; // the application's
     bool filtering_now = false;
+
+    Rows rows = Rows::Mapped;
+    TaviTreeModel *straight_source = nullptr; // the source model while rows are straight
+    std::vector<QMetaObject::Connection> source_connections;
+    QList<QPair<QModelIndex, QPersistentModelIndex>> moving_indexes; // kept indexes while the source's layout changes
+    std::vector<bool> open_brackets; // of row and column signals of the source: which were passed on
+    int structure = 0;               // counts what comes, goes and moves, so that a run notices
+
+    // What the last run over all rows went by; anything else calls for another one.
+    std::vector<bool> searched_without;
+    Qt::CaseSensitivity searched_case = Qt::CaseSensitive;
+    bool searched_inverted = false;
+    bool all_due = true;
+    quint64 texts_seen = 0;
+    bool view_tells = false;
+    bool hidden_unknown = true;                // the view may hide rows that no run has hidden
+    mutable int visible_top_rows = -1;         // -1: to be counted
+    const QMetaObject *status_class = nullptr; // of the view whose slot for the status line is the next
+    int status_slot = -1;
 };
 
 #endif

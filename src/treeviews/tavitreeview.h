@@ -104,8 +104,8 @@ public:
     /// nothing else. The first row of the last value that is found is scrolled to the middle. Before that, the
     /// branches that hold the first row of a value are opened. @a column is not looked at.
     ///
-    /// Role `Qt::UserRole`, the number of an item, costs a look-up for each value; any other role a walk over all
-    /// rows.
+    /// Role TaviTreeItem::IdRole, the number of an item, costs a look-up for each value; any other role a walk over
+    /// all rows.
     virtual void restoreSelections(int column, int role, QList<QVariant> &list);
     /// Stores the header's state in @a section, under getHeaderRegistryKey().
     virtual void saveHeaderState(TaviRegistry &registry, std::string &section);
@@ -338,7 +338,7 @@ private:
     void setUp();
     DragClass dragClass(const QDropEvent *event) const;
     bool takesDrag(const QDropEvent *event) const;
-    void forceDropAction(QDropEvent *event) const;
+    void passDragOn(QDropEvent *event, const std::function<void()> &base);
     void searchAhead();
     bool isPathHidden(const QModelIndex &index) const;
     QModelIndex indexOfShownItem(const TaviTreeItem *item) const;

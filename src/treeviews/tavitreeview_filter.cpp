@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
 // Filtering, the search window and the status line.
+#include "treeviews/tavitreeitem.h"
 #include "treeviews/tavitreemodel.h"
 #include "treeviews/tavitreeproxymodel.h"
 #include "treeviews/tavitreeview.h"
@@ -46,7 +47,7 @@ void TaviTreeView::closeFilterFloater()
 void TaviTreeView::startFiltering()
 {
     filter_session = true;
-    saveSelections(0, Qt::UserRole, saved_selection);
+    saveSelections(0, TaviTreeItem::IdRole, saved_selection);
     saveExpandStates();
 }
 
@@ -56,7 +57,7 @@ void TaviTreeView::stopFiltering()
     proxy_model->filter(QString());
     restoreExpandStates();
     if (selectionModel() && !selectionModel()->hasSelection()) {
-        restoreSelections(0, Qt::UserRole, saved_selection);
+        restoreSelections(0, TaviTreeItem::IdRole, saved_selection);
         // Scrolling to a row opens the branches above it.
         restoreExpandStates();
     }

@@ -178,32 +178,22 @@ bool TaviTreeView::takesDrag(const QDropEvent *event) const
     return (dnd_flags & dragClass(event).allowed) != 0;
 }
 
-void TaviTreeView::forceDropAction(QDropEvent *event) const
-{
-    if (dnd_flags & dragClass(event).forced_move)
-        event->setDropAction(Qt::MoveAction);
-}
-
 void TaviTreeView::dragEnterEvent(QDragEnterEvent *event)
 {
-    if (!takesDrag(event)) {
-        // Otherwise the widget behind would be asked. Nothing is dropped all the same: no later event gets through.
+    // One that is refused here would be offered to the widget behind. Nothing is dropped all the same: no later event
+    // of it gets through.
+    if (takesDrag(event))
+        passDragOn(event, [this, event] { QTreeView::dragEnterEvent(event); });
+    else
         event->accept();
-        return;
-    }
-    forceDropAction(event);
-    QTreeView::dragEnterEvent(event);
 }
 
 void TaviTreeView::dragMoveEvent(QDragMoveEvent *event)
 {
-    if (!takesDrag(event)) {
+    if (takesDrag(event))
+        passDragOn(event, [this, event] { QTreeView::dragMoveEvent(event); });
+    else
         event->ignore();
-        return;
-    }
-    // Each event brings the user's wish anew.
-    forceDropAction(event);
-    QTreeView::dragMoveEvent(event);
 }
 
 void TaviTreeView::dragLeaveEvent(QDragLeaveEvent *event)
@@ -213,14 +203,20 @@ void TaviTreeView::dragLeaveEvent(QDragLeaveEvent *event)
 
 void TaviTreeView::dropEvent(QDropEvent *event)
 {
-    if (!takesDrag(event)) {
+    if (takesDrag(event))
+        passDragOn(event, [this, event] { QTreeView::dropEvent(event); });
+    else
         event->ignore();
-        return;
-    }
-    forceDropAction(event);
-    const QPointer<TaviTreeView> self(this);
-    QTreeView::dropEvent(event);
-    // The base class accepts the action that the user asked for, and the source would keep what has moved.
-    if (self && event->isAccepted())
-        forceDropAction(event);
+}
+
+void TaviTreeView::passDragOn(QDropEvent *event, const std::function<void()> &base)
+{
+    const bool move = (dnd_flags & dragClass(event).forced_move) != 0;
+    // Each event brings the user's wish anew; and with the base class accepting that, the source would keep what has
+    // moved.
+    if (move)
+        event->setDropAction(Qt::MoveAction);
+    base();
+    if (move && event->isAccepted())
+        event->setDropAction(Qt::MoveAction);
 }

@@ -130,7 +130,7 @@ void TaviTreeView::saveSelections(int column, int role, QList<QVariant> &list)
 
 void TaviTreeView::saveSelections()
 {
-    saveSelections(0, Qt::UserRole, saved_selection);
+    saveSelections(0, TaviTreeItem::IdRole, saved_selection);
 }
 
 void TaviTreeView::restoreSelections(int column, int role, QList<QVariant> &list)
@@ -138,7 +138,11 @@ void TaviTreeView::restoreSelections(int column, int role, QList<QVariant> &list
     Q_UNUSED(column)
     const QPointer<TaviTreeView> self(this);
     const QList<QVariant> values = list; // a slot may change the list
-    selectionModel()->clear();
+    // The two steps of QItemSelectionModel::clear(): between them a slot may destroy the view, and the selection model
+    // with it.
+    selectionModel()->clearSelection();
+    if (self)
+        selectionModel()->clearCurrentIndex();
     if (!self || !model()->index(0, 0).isValid())
         return;
 
@@ -172,13 +176,13 @@ void TaviTreeView::restoreSelections(int column, int role, QList<QVariant> &list
 void TaviTreeView::restoreSelections()
 {
     if (!selectionModel()->hasSelection())
-        restoreSelections(0, Qt::UserRole, saved_selection);
+        restoreSelections(0, TaviTreeItem::IdRole, saved_selection);
 }
 
 QModelIndexList TaviTreeView::rowsWithValue(int role, const QVariant &value) const
 {
     const TaviTreeModel *source = sourceModel();
-    if (role != Qt::UserRole || !source)
+    if (role != TaviTreeItem::IdRole || !source)
         return model()->match(model()->index(0, 0), role, value, -1, Qt::MatchWrap | Qt::MatchRecursive);
     bool is_number = false;
     const int id = value.toInt(&is_number);

@@ -52,6 +52,15 @@ struct HeaderInView {
         return all;
     }
 
+    /// The same as "100 80 420".
+    QString sizesText() const
+    {
+        QStringList texts;
+        for (const int size : sizes())
+            texts << QString::number(size);
+        return texts.join(' ');
+    }
+
     QStandardItemModel model;
     QTreeView view;
     TaviHeaderView *header;

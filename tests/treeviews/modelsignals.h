@@ -25,6 +25,7 @@ public:
         connect(model, &M::rowsRemoved, this, rows("-"));
         connect(model, &M::modelAboutToBeReset, this, [this] { lines.append(QStringLiteral("about reset")); });
         connect(model, &M::modelReset, this, [this] { lines.append(QStringLiteral("reset")); });
+        connect(model, &M::layoutAboutToBeChanged, this, [this] { lines.append(QStringLiteral("about layout")); });
         connect(model, &M::layoutChanged, this, [this] { lines.append(QStringLiteral("layout")); });
         connect(model, &M::dataChanged, this, [this](const QModelIndex &from, const QModelIndex &to) {
             lines.append(

@@ -3,6 +3,8 @@
 #include "tests/support/tavitest.h"
 #include "treeviews/headerstate_p.h"
 
+#include <QStandardItemModel>
+
 #include <algorithm>
 #include <climits>
 #include <numeric>
@@ -193,12 +195,47 @@ private Q_SLOTS:
     void theLeastSizeOfTheStyleIsLiftedAndComesBack()
     {
         QHeaderView header(Qt::Horizontal);
+        int lowered = -1;
         const int style = header.minimumSectionSize();
         QVERIFY(style > 0);
         {
-            const SectionMinimumLifted lifted(&header);
+            const SectionMinimumLifted lifted(&header, &lowered);
             QCOMPARE(header.minimumSectionSize(), 0);
         }
+        QCOMPARE(header.minimumSectionSize(), style);
+        QCOMPARE(lowered, -1);
+    }
+
+    void theLeastSizeStaysAsLowAsTheSmallestSectionNeeds_data()
+    {
+        QTest::addColumn<int>("size");
+        QTest::addColumn<int>("minimum");
+        QTest::newRow("narrow") << 11 << 11;
+        QTest::newRow("nothing below six") << 2 << 6;
+        QTest::newRow("none") << 0 << 6;
+    }
+    void theLeastSizeStaysAsLowAsTheSmallestSectionNeeds()
+    {
+        QFETCH(const int, size);
+        QFETCH(const int, minimum);
+        QStandardItemModel model(1, 3);
+        QHeaderView header(Qt::Horizontal);
+        header.setModel(&model);
+        const int style = header.minimumSectionSize();
+        int lowered = -1;
+        {
+            const SectionMinimumLifted lifted(&header, &lowered);
+            header.resizeSection(1, size);
+            QCOMPARE(header.sectionSize(1), size);
+        }
+        QCOMPARE(lowered, minimum);
+        QCOMPARE(header.minimumSectionSize(), minimum);
+        QCOMPARE(header.sectionSize(1), minimum);
+        {
+            const SectionMinimumLifted lifted(&header, &lowered);
+            header.resizeSection(1, 100);
+        }
+        QCOMPARE(lowered, -1);
         QCOMPARE(header.minimumSectionSize(), style);
     }
 
@@ -206,8 +243,9 @@ private Q_SLOTS:
     {
         QHeaderView header(Qt::Horizontal);
         header.setMinimumSectionSize(77);
+        int lowered = -1;
         {
-            const SectionMinimumLifted lifted(&header);
+            const SectionMinimumLifted lifted(&header, &lowered);
             QCOMPARE(header.minimumSectionSize(), 77);
         }
         QCOMPARE(header.minimumSectionSize(), 77);

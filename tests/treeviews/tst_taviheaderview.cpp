@@ -74,18 +74,18 @@ void closeMenu(QMenu &menu)
     QTest::keyClick(&menu, Qt::Key_Escape);
 }
 
-/// A subclass with slots of its own.
-class OwnSlots : public TaviHeaderView
+/// A subclass with a slot of its own.
+class OwnDialog : public TaviHeaderView
 {
     Q_OBJECT
 
 public:
     using TaviHeaderView::TaviHeaderView;
 
-    int menus = 0;
+    int dialogs = 0;
 
 protected Q_SLOTS:
-    void headerMenu(QPoint) { ++menus; }
+    void configureHeaders() { ++dialogs; }
 };
 
 } // namespace
@@ -147,47 +147,35 @@ private Q_SLOTS:
         QCOMPARE(at.header->logicalIndexFromVisible(0), -1);
     }
 
-    // Showing the last column under stretchLastSection. The sizes that count are those at the moment when the column
-    // has just come back, which a second header, without the rule, shows.
     void theLastColumnComesBack_data()
     {
         QTest::addColumn<int>("width");
-        QTest::addColumn<int>("neighbour");
-        QTest::newRow("much room: both get half of the neighbour") << 600 << 100;
-        QTest::newRow("an odd width is cut") << 600 << 101;
-        QTest::newRow("no room: the neighbour gives") << 300 << 260;
-        QTest::newRow("no room: the neighbour keeps the default size") << 200 << 110;
-        QTest::newRow("a very narrow neighbour gets the default size") << 100 << 60;
+        QTest::addColumn<QVector<int>>("before"); // sizes of A and B, and what C has of its own
+        QTest::addColumn<QString>("after");
+        using V = QVector<int>;
+        QTest::newRow("much room: the neighbour is halved") << 600 << V{100, 100, 100} << "100 50 450";
+        QTest::newRow("an odd width is cut") << 600 << V{100, 101, 100} << "100 50 450";
+        QTest::newRow("no room, the newcomer wider") << 200 << V{150, 120, 130} << "150 60 60";
+        QTest::newRow("half of nearly nothing") << 100 << V{100, 30, 100} << "100 15 15";
+        QTest::newRow("no room: the neighbour gives") << 300 << V{100, 260, 130} << "100 130 130";
+        QTest::newRow("the neighbour keeps the default size") << 200 << V{100, 190, 110} << "100 100 90";
+        QTest::newRow("equal sizes") << 200 << V{100, 110, 110} << "100 100 10";
+        QTest::newRow("a very narrow neighbour gets the default size") << 100 << V{100, 40, 30} << "100 100 30";
     }
     void theLastColumnComesBack()
     {
         QFETCH(const int, width);
-        QFETCH(const int, neighbour);
-        HeaderInView at(3), plain(3);
-        for (HeaderInView *each : {&at, &plain}) {
-            each->show(width);
-            each->header->resizeSection(0, 100);
-            each->header->resizeSection(1, neighbour);
-            each->header->setSectionHidden(2, true);
-            each->header->setSectionHidden(2, each == &at);
-        }
-        const int default_size = at.header->defaultSectionSize();
-        const int room = plain.header->sectionSize(2), left = plain.header->sectionSize(1);
-        QVector<int> expected = {100, 0, room};
-        if (room > left) {
-            expected[1] = expected[2] = left / 2;
-        } else if (left - room < default_size) {
-            expected[1] = default_size;
-            if (left >= default_size)
-                expected[2] = left - default_size;
-        } else {
-            expected[1] = left - room;
-        }
+        QFETCH(const QVector<int>, before);
+        QFETCH(const QString, after);
+        HeaderInView at(3);
+        QCOMPARE(at.header->defaultSectionSize(), 100);
+        at.show(width);
+        for (int section = 0; section < 3; ++section)
+            at.header->resizeSection(section, before.at(section));
+        at.header->setSectionHidden(2, true);
         at.header->showSectionLastStretchSafe(2);
         QVERIFY(!at.header->isSectionHidden(2));
-        QCOMPARE(at.sizes(), expected);
-        if (neighbour == 60)
-            QCOMPARE(at.sizes().at(1), default_size);
+        QCOMPARE(at.sizesText(), after);
     }
 
     void withoutStretchAColumnIsJustShown()
@@ -241,7 +229,7 @@ private Q_SLOTS:
         at.header->resizeSection(2, 140);
         at.header->setSectionHidden(0, true);
         at.header->showSectionLastStretchSafe(0);
-        QCOMPARE(at.sizes().at(0), at.sizes().at(2));
+        QCOMPARE(at.sizes(), QVector<int>({430, 100, 70}));
     }
 
     void theMenuListsTheColumnsWithTheirState()
@@ -325,12 +313,17 @@ private Q_SLOTS:
         QVERIFY(user.seen);
     }
 
-    void aSubclassMayHaveAMenuOfItsOwn()
+    void aSubclassMayHaveADialogOfItsOwn()
     {
-        OwnSlots header(Qt::Horizontal);
+        QStandardItemModel model(1, 2);
+        OwnDialog header(Qt::Horizontal);
+        header.setModel(&model);
         header.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&header));
+        MenuUser user([](QMenu &menu) { choose(menu, "Configure Headers..."); });
         rightClick(header);
-        QCOMPARE(header.menus, 1);
+        QCOMPARE(header.dialogs, 1);
+        QCOMPARE(header.visibleSectionCount(), 2);
     }
 
     void aHeaderMayGoWhileItsMenuIsOpen()

@@ -1,0 +1,348 @@
+// SPDX-License-Identifier: MIT
+#ifndef BENCH_TREESTACKS_H
+#define BENCH_TREESTACKS_H
+
+/// The same table in three ways, each with a view in front: the tree stack of this library, Qt's standard model
+/// behind a sorting and filtering proxy, and Qt's tree widget. Every way has the same operations, so that one
+/// benchmark measures all three.
+
+#include "treeviews/tavitreeitem.h"
+#include "treeviews/tavitreemodel.h"
+#include "treeviews/tavitreeproxymodel.h"
+
+#include <QCoreApplication>
+#include <QHeaderView>
+#include <QSortFilterProxyModel>
+#include <QStandardItemModel>
+#include <QTreeView>
+#include <QTreeWidget>
+
+#include <memory>
+
+namespace treestacks {
+
+constexpr int columns = 4;
+
+/// The texts of a row: a name, one of seven inks, of which one is found by the letter q, a number, a note.
+inline QString text(int row, int column)
+{
+    static const QString inks[] = {QStringLiteral("Cyan"),  QStringLiteral("Magenta"), QStringLiteral("Yellow"),
+                                   QStringLiteral("Black"), QStringLiteral("Aqua"),    QStringLiteral("Orange"),
+                                   QStringLiteral("Green")};
+    switch (column) {
+    case 0:
+        return QStringLiteral("Patch %1").arg(row * 7919 % 100003);
+    case 1:
+        return inks[row % 7] + QString::number(row % 101);
+    case 2:
+        return QString::number(row * 31 % 10007);
+    default:
+        return QStringLiteral("note %1").arg(row);
+    }
+}
+
+/// Shown, laid out and painted to the last pixel.
+inline void paint(QTreeView *view)
+{
+    QCoreApplication::processEvents();
+    view->viewport()->repaint();
+}
+
+inline void prepare(QTreeView *view)
+{
+    view->setUniformRowHeights(true);
+    view->resize(800, 600);
+    view->show();
+    paint(view);
+}
+
+/// The header of all three.
+inline QStringList header()
+{
+    return {QStringLiteral("Name"), QStringLiteral("Ink"), QStringLiteral("Number"), QStringLiteral("Note")};
+}
+
+/// Orders by the number in column 2.
+class NumberComparer : public TaviModelIndexComparer
+{
+public:
+    using TaviModelIndexComparer::TaviModelIndexComparer;
+    int compare(const QModelIndex &left, const QModelIndex &right) override
+    {
+        const int a = number(left);
+        const int b = number(right);
+        return a < b ? -1 : a > b ? 1 : 0;
+    }
+
+private:
+    static int number(const QModelIndex &index)
+    {
+        return static_cast<const TaviTreeItem *>(index.internalPointer())
+            ->data(2, Qt::DisplayRole)
+            .toString()
+            .toInt();
+    }
+};
+
+/// What a view does for the proxy.
+class View : public QTreeView
+{
+public:
+    View() : proxy(new TaviTreeProxyModel(this))
+    {
+        proxy->setFilterCaseSensitivity(Qt::CaseInsensitive);
+        proxy->setSortCaseSensitivity(Qt::CaseInsensitive);
+        proxy->setFilterKeyColumn(-1);
+        setModel(proxy);
+    }
+    void reset() override
+    {
+        QTreeView::reset();
+        if (proxy)
+            proxy->hiddenRowsForgotten();
+    }
+    TaviTreeProxyModel *proxy = nullptr;
+
+protected:
+    void rowsInserted(const QModelIndex &parent, int first, int last) override
+    {
+        QTreeView::rowsInserted(parent, first, last);
+        proxy->filterInserted(parent, first, last);
+    }
+};
+
+class Tavi
+{
+public:
+    using Item = TaviTreeItem;
+
+    Tavi()
+        : model(
+            [] {
+                QList<QVariant> texts;
+                for (const QString &one : header())
+                    texts.append(one);
+                return texts;
+            }(),
+            nullptr)
+    {
+        shown.proxy->setSourceModel(&model);
+        prepare(&shown);
+    }
+
+    static Item *makeItem(int row)
+    {
+        return new Item({text(row, 0), text(row, 1), text(row, 2), text(row, 3)}, nullptr);
+    }
+    static void addChild(Item *parent, Item *child) { parent->appendChild(child); }
+    static void makeCheckable(Item *item) { item->setCheckable(0, true, item->childCount() > 0); }
+    static void check(Item *item, bool on) { item->setCheckState(0, on ? Qt::Checked : Qt::Unchecked); }
+
+    void append(const QList<Item *> &items) { model.appendItems(items); }
+    void append(Item *item) { model.appendItem(item); }
+    void removeEverySecond()
+    {
+        QList<Item *> doomed;
+        for (int row = 0; row < model.rowCount(); row += 2)
+            doomed.append(model.itemAt(row));
+        model.removeItems(doomed);
+    }
+    void takeEverySecond()
+    {
+        QList<Item *> taken;
+        for (int row = 0; row < model.rowCount(); row += 2)
+            taken.append(model.itemAt(row));
+        qDeleteAll(model.takeItems(taken));
+    }
+    void filter(const QString &keyword)
+    {
+        shown.proxy->filter(keyword);
+        if (!keyword.isEmpty())
+            shown.expandAll();
+    }
+    void sort(int column) { shown.proxy->sort(column); }
+    void sortByNumber()
+    {
+        shown.proxy->setComparer(&comparer);
+        shown.proxy->sort(2);
+    }
+    void change(int row) { model.setData(model.index(row, 0), QStringLiteral("changed"), Qt::EditRole); }
+    QTreeView *view() { return &shown; }
+
+    TaviTreeModel model;
+    NumberComparer comparer{nullptr};
+    View shown;
+};
+
+class Standard
+{
+public:
+    using Item = QStandardItem;
+
+    /// A row of items; the children stand below the first.
+    Standard() : proxy(this)
+    {
+        model.setHorizontalHeaderLabels(header());
+        proxy.setSourceModel(&model);
+        proxy.setRecursiveFilteringEnabled(true);
+        proxy.setFilterKeyColumn(-1);
+        proxy.setFilterCaseSensitivity(Qt::CaseInsensitive);
+        proxy.setSortCaseSensitivity(Qt::CaseInsensitive);
+        shown.setModel(&proxy);
+        prepare(&shown);
+    }
+
+    static Item *makeItem(int row)
+    {
+        auto *item = new Item(text(row, 0));
+        item->setData(row); // the other columns are made when the row finds its place
+        return item;
+    }
+    static QList<Item *> wholeRow(Item *first)
+    {
+        const int row = first->data().toInt();
+        first->setData(QVariant());
+        return {first, new Item(text(row, 1)), new Item(text(row, 2)), new Item(text(row, 3))};
+    }
+    static void addChild(Item *parent, Item *child) { parent->appendRow(wholeRow(child)); }
+
+    void append(const QList<Item *> &items)
+    {
+        for (Item *item : items)
+            waiting.append(wholeRow(item));
+        QStandardItem *root = model.invisibleRootItem();
+        QList<Item *> first;
+        for (const QList<Item *> &row : qAsConst(waiting))
+            first.append(row.first());
+        root->appendRows(first);
+        for (int row = 0; row < waiting.size(); ++row) {
+            for (int column = 1; column < columns; ++column)
+                root->setChild(row, column, waiting.at(row).at(column));
+        }
+        waiting.clear();
+    }
+    void append(Item *item) { model.appendRow(wholeRow(item)); }
+    void removeEverySecond()
+    {
+        for (int row = (model.rowCount() - 1) / 2 * 2; row >= 0; row -= 2)
+            model.removeRow(row);
+    }
+    void takeEverySecond()
+    {
+        for (int row = (model.rowCount() - 1) / 2 * 2; row >= 0; row -= 2)
+            qDeleteAll(model.takeRow(row));
+    }
+    void filter(const QString &keyword)
+    {
+        proxy.setFilterFixedString(keyword);
+        if (!keyword.isEmpty())
+            shown.expandAll();
+    }
+    void sort(int column) { proxy.sort(column); }
+    void sortByNumber()
+    {
+        proxy.by_number = true;
+        proxy.sort(2);
+    }
+    void change(int row) { model.item(row, 0)->setText(QStringLiteral("changed")); }
+    QTreeView *view() { return &shown; }
+
+    class Proxy : public QSortFilterProxyModel
+    {
+    public:
+        explicit Proxy(Standard *) {}
+        bool by_number = false;
+
+    protected:
+        bool lessThan(const QModelIndex &left, const QModelIndex &right) const override
+        {
+            if (!by_number)
+                return QSortFilterProxyModel::lessThan(left, right);
+            return left.data().toString().toInt() < right.data().toString().toInt();
+        }
+    };
+
+    QStandardItemModel model;
+    Proxy proxy;
+    QTreeView shown;
+    QList<QList<Item *>> waiting;
+};
+
+class Widget
+{
+public:
+    class Item : public QTreeWidgetItem
+    {
+    public:
+        using QTreeWidgetItem::QTreeWidgetItem;
+        bool operator<(const QTreeWidgetItem &other) const override
+        {
+            if (!by_number)
+                return QTreeWidgetItem::operator<(other);
+            return text(2).toInt() < other.text(2).toInt();
+        }
+        static inline bool by_number = false;
+    };
+
+    Widget()
+    {
+        Item::by_number = false;
+        shown.setHeaderLabels(header());
+        prepare(&shown);
+    }
+
+    static QTreeWidgetItem *makeItem(int row)
+    {
+        return new Item(QStringList{text(row, 0), text(row, 1), text(row, 2), text(row, 3)});
+    }
+    static void addChild(QTreeWidgetItem *parent, QTreeWidgetItem *child) { parent->addChild(child); }
+    static void makeCheckable(QTreeWidgetItem *item)
+    {
+        item->setFlags(item->flags() | Qt::ItemIsUserCheckable);
+        if (item->childCount() > 0)
+            item->setFlags(item->flags() | Qt::ItemIsAutoTristate);
+        item->setCheckState(0, Qt::Unchecked);
+    }
+    static void check(QTreeWidgetItem *item, bool on) { item->setCheckState(0, on ? Qt::Checked : Qt::Unchecked); }
+
+    void append(const QList<QTreeWidgetItem *> &items) { shown.addTopLevelItems(items); }
+    void append(QTreeWidgetItem *item) { shown.addTopLevelItem(item); }
+    void removeEverySecond()
+    {
+        for (int row = (shown.topLevelItemCount() - 1) / 2 * 2; row >= 0; row -= 2)
+            delete shown.takeTopLevelItem(row);
+    }
+    void takeEverySecond() { removeEverySecond(); }
+    void filter(const QString &keyword)
+    {
+        for (int row = 0; row < shown.topLevelItemCount(); ++row)
+            filter(shown.topLevelItem(row), keyword);
+        if (!keyword.isEmpty())
+            shown.expandAll();
+    }
+    void sort(int column) { shown.sortItems(column, Qt::AscendingOrder); }
+    void sortByNumber()
+    {
+        Item::by_number = true;
+        shown.sortItems(2, Qt::AscendingOrder);
+    }
+    QTreeView *view() { return &shown; }
+
+    QTreeWidget shown;
+
+private:
+    static bool filter(QTreeWidgetItem *item, const QString &keyword)
+    {
+        bool visible = keyword.isEmpty();
+        for (int column = 0; column < columns && !visible; ++column)
+            visible = item->text(column).contains(keyword, Qt::CaseInsensitive);
+        for (int row = 0; row < item->childCount(); ++row)
+            visible = filter(item->child(row), keyword) || visible;
+        item->setHidden(!visible);
+        return visible;
+    }
+};
+
+} // namespace treestacks
+
+#endif

@@ -1,0 +1,407 @@
+// SPDX-License-Identifier: MIT
+//
+// Rows one to one. The base class keeps a table per parent and writes the whole table anew for each row that comes or
+// goes; with 100,000 rows that is what adding rows one by one costs. As long as rows are neither sorted nor left out
+// the table says nothing, so it is not made: the base class does not hear of the source's changes, and every virtual
+// operation that would read its tables is answered here. An index then carries what the source's index carries.
+//
+// The base class moves indexes that are kept (of the view's selection, of open and of hidden rows) through the
+// virtual mapToSource() and mapFromSource(). That is used to change over: while the rows are `Leaving`, the first
+// reads the old kind and the second makes the new kind.
+#include "treeviews/tavitreeproxymodel.h"
+
+#include "treeviews/tavitreeitem.h"
+#include "treeviews/tavitreemodel.h"
+#include "treeviews/tavitreemodel_p.h"
+
+#include <QSignalBlocker>
+
+#include <algorithm>
+#include <typeinfo>
+
+namespace {
+
+struct Connection {
+    const char *signal;
+    const char *slot;
+};
+
+// How the base class hears of its source. The slots are private, but they stand in its meta object.
+const Connection of_base_class[] = {
+    {SIGNAL(dataChanged(QModelIndex, QModelIndex, QVector<int>)),
+     SLOT(_q_sourceDataChanged(QModelIndex, QModelIndex, QVector<int>))},
+    {SIGNAL(headerDataChanged(Qt::Orientation, int, int)),
+     SLOT(_q_sourceHeaderDataChanged(Qt::Orientation, int, int))},
+    {SIGNAL(rowsAboutToBeInserted(QModelIndex, int, int)),
+     SLOT(_q_sourceRowsAboutToBeInserted(QModelIndex, int, int))},
+    {SIGNAL(rowsInserted(QModelIndex, int, int)), SLOT(_q_sourceRowsInserted(QModelIndex, int, int))},
+    {SIGNAL(columnsAboutToBeInserted(QModelIndex, int, int)),
+     SLOT(_q_sourceColumnsAboutToBeInserted(QModelIndex, int, int))},
+    {SIGNAL(columnsInserted(QModelIndex, int, int)), SLOT(_q_sourceColumnsInserted(QModelIndex, int, int))},
+    {SIGNAL(rowsAboutToBeRemoved(QModelIndex, int, int)), SLOT(_q_sourceRowsAboutToBeRemoved(QModelIndex, int, int))},
+    {SIGNAL(rowsRemoved(QModelIndex, int, int)), SLOT(_q_sourceRowsRemoved(QModelIndex, int, int))},
+    {SIGNAL(columnsAboutToBeRemoved(QModelIndex, int, int)),
+     SLOT(_q_sourceColumnsAboutToBeRemoved(QModelIndex, int, int))},
+    {SIGNAL(columnsRemoved(QModelIndex, int, int)), SLOT(_q_sourceColumnsRemoved(QModelIndex, int, int))},
+    {SIGNAL(rowsAboutToBeMoved(QModelIndex, int, int, QModelIndex, int)),
+     SLOT(_q_sourceRowsAboutToBeMoved(QModelIndex, int, int, QModelIndex, int))},
+    {SIGNAL(rowsMoved(QModelIndex, int, int, QModelIndex, int)),
+     SLOT(_q_sourceRowsMoved(QModelIndex, int, int, QModelIndex, int))},
+    {SIGNAL(columnsAboutToBeMoved(QModelIndex, int, int, QModelIndex, int)),
+     SLOT(_q_sourceColumnsAboutToBeMoved(QModelIndex, int, int, QModelIndex, int))},
+    {SIGNAL(columnsMoved(QModelIndex, int, int, QModelIndex, int)),
+     SLOT(_q_sourceColumnsMoved(QModelIndex, int, int, QModelIndex, int))},
+    {SIGNAL(layoutAboutToBeChanged(QList<QPersistentModelIndex>, QAbstractItemModel::LayoutChangeHint)),
+     SLOT(_q_sourceLayoutAboutToBeChanged(QList<QPersistentModelIndex>, QAbstractItemModel::LayoutChangeHint))},
+    {SIGNAL(layoutChanged(QList<QPersistentModelIndex>, QAbstractItemModel::LayoutChangeHint)),
+     SLOT(_q_sourceLayoutChanged(QList<QPersistentModelIndex>, QAbstractItemModel::LayoutChangeHint))},
+    {SIGNAL(modelAboutToBeReset()), SLOT(_q_sourceAboutToBeReset())},
+    {SIGNAL(modelReset()), SLOT(_q_sourceReset())},
+};
+
+/// Whether this release of the base class has all of these slots. If not, it is never cut off.
+bool baseClassIsKnown()
+{
+    static const bool known =
+        std::all_of(std::begin(of_base_class), std::end(of_base_class), [](const Connection &c) {
+            const QByteArray slot = QMetaObject::normalizedSignature(c.slot + 1);
+            return QSortFilterProxyModel::staticMetaObject.indexOfSlot(slot.constData()) >= 0;
+        });
+    return known;
+}
+
+} // namespace
+
+bool TaviTreeProxyModel::canBeStraight(const QAbstractItemModel *source) const
+{
+    return typeid(*this) == typeid(TaviTreeProxyModel) && qobject_cast<const TaviTreeModel *>(source)
+           && sortColumn() < 0 && filterRegExp().pattern().isEmpty() && baseClassIsKnown();
+}
+
+void TaviTreeProxyModel::setSourceModel(QAbstractItemModel *source)
+{
+    for (const QMetaObject::Connection &connection : source_connections)
+        disconnect(connection);
+    source_connections.clear();
+    QSortFilterProxyModel::setSourceModel(source); // calls takeUpSource() on its way
+    if (rows == Rows::Straight) {
+        for (const Connection &connection : of_base_class)
+            disconnect(source, connection.signal, this, connection.slot);
+        followSource();
+    }
+    watchSource(source);
+    sourceWasReset();
+}
+
+void TaviTreeProxyModel::watchSource(QAbstractItemModel *source)
+{
+    if (!source)
+        return;
+    // After all others: then the base class, or what stands for it, has passed a reset on to the views.
+    source_connections.push_back(
+        connect(source, &QAbstractItemModel::modelReset, this, &TaviTreeProxyModel::sourceWasReset));
+    source_connections.push_back(connect(source, &QObject::destroyed, this, &TaviTreeProxyModel::sourceIsGone));
+}
+
+void TaviTreeProxyModel::takeUpSource()
+{
+    // In the middle of the base class's reset: what has been told so far spoke of the old source, and views will ask
+    // for the rows of the new one as soon as it ends.
+    const bool one_to_one = canBeStraight(sourceModel());
+    rows = one_to_one ? Rows::Straight : Rows::Mapped;
+    straight_source = one_to_one ? qobject_cast<TaviTreeModel *>(sourceModel()) : nullptr;
+}
+
+void TaviTreeProxyModel::sourceIsGone()
+{
+    // The base class has let go of the source, but told nobody; views would go on reading indexes of deleted items.
+    source_connections.clear();
+    straight_source = nullptr;
+    beginResetModel();
+    rows = Rows::Mapped;
+    endResetModel();
+    sourceWasReset();
+}
+
+void TaviTreeProxyModel::leaveStraightRows(bool quietly)
+{
+    if (rows != Rows::Straight)
+        return;
+    if (!quietly)
+        Q_EMIT layoutAboutToBeChanged();
+    for (const QMetaObject::Connection &connection : source_connections)
+        disconnect(connection);
+    source_connections.clear();
+    rows = Rows::Leaving;
+    {
+        const QSignalBlocker silence(this);
+        invalidate();
+    }
+    rows = Rows::Mapped;
+    TaviTreeModel *const source = straight_source;
+    straight_source = nullptr;
+    for (const Connection &connection : of_base_class)
+        connect(source, connection.signal, this, connection.slot);
+    watchSource(source);
+    if (!quietly)
+        Q_EMIT layoutChanged();
+}
+
+void TaviTreeProxyModel::followSource()
+{
+    using M = QAbstractItemModel;
+    const auto follow = [this](auto signal, auto reaction) {
+        source_connections.push_back(connect(straight_source, signal, this, reaction));
+    };
+    const auto open = [this](bool passed_on) {
+        open_brackets.push_back(passed_on);
+        return passed_on;
+    };
+    const auto close = [this] {
+        if (open_brackets.empty())
+            return false;
+        const bool passed_on = open_brackets.back();
+        open_brackets.pop_back();
+        return passed_on;
+    };
+    follow(&M::dataChanged, [this](const QModelIndex &from, const QModelIndex &to, const QVector<int> &roles) {
+        if (from.isValid() && to.isValid())
+            Q_EMIT dataChanged(straight(from), straight(to), roles);
+    });
+    follow(&M::headerDataChanged, [this](Qt::Orientation orientation, int first, int last) {
+        Q_EMIT headerDataChanged(orientation, first, last);
+    });
+    // A range without rows tells nothing, and the base class does not pass it on either.
+    follow(&M::rowsAboutToBeInserted, [this, open](const QModelIndex &parent, int first, int last) {
+        if (open(first >= 0 && last >= first))
+            beginInsertRows(straight(parent), first, last);
+    });
+    follow(&M::rowsInserted, [this, close] {
+        if (close())
+            endInsertRows();
+    });
+    follow(&M::rowsAboutToBeRemoved, [this, open](const QModelIndex &parent, int first, int last) {
+        if (open(first >= 0 && last >= first))
+            beginRemoveRows(straight(parent), first, last);
+    });
+    follow(&M::rowsRemoved, [this, close] {
+        if (close())
+            endRemoveRows();
+    });
+    follow(&M::columnsAboutToBeInserted, [this, open](const QModelIndex &parent, int first, int last) {
+        if (open(first >= 0 && last >= first))
+            beginInsertColumns(straight(parent), first, last);
+    });
+    follow(&M::columnsInserted, [this, close] {
+        if (close())
+            endInsertColumns();
+    });
+    follow(&M::columnsAboutToBeRemoved, [this, open](const QModelIndex &parent, int first, int last) {
+        if (open(first >= 0 && last >= first))
+            beginRemoveColumns(straight(parent), first, last);
+    });
+    follow(&M::columnsRemoved, [this, close] {
+        if (close())
+            endRemoveColumns();
+    });
+    follow(&M::rowsAboutToBeMoved,
+           [this, open](const QModelIndex &parent, int first, int last, const QModelIndex &to, int row) {
+               open(beginMoveRows(straight(parent), first, last, straight(to), row));
+           });
+    follow(&M::rowsMoved, [this, close] {
+        if (close())
+            endMoveRows();
+    });
+    follow(&M::columnsAboutToBeMoved,
+           [this, open](const QModelIndex &parent, int first, int last, const QModelIndex &to, int column) {
+               open(beginMoveColumns(straight(parent), first, last, straight(to), column));
+           });
+    follow(&M::columnsMoved, [this, close] {
+        if (close())
+            endMoveColumns();
+    });
+    const auto parents_of = [this](const QList<QPersistentModelIndex> &parents) {
+        QList<QPersistentModelIndex> mapped;
+        for (const QPersistentModelIndex &parent : parents)
+            mapped.append(straight(parent));
+        return mapped;
+    };
+    follow(&M::layoutAboutToBeChanged,
+           [this, parents_of](const QList<QPersistentModelIndex> &parents, M::LayoutChangeHint hint) {
+               Q_EMIT layoutAboutToBeChanged(parents_of(parents), hint);
+               moving_indexes.clear();
+               const QModelIndexList kept = persistentIndexList();
+               for (const QModelIndex &index : kept)
+                   moving_indexes.append({index, mapToSource(index)});
+           });
+    follow(&M::layoutChanged,
+           [this, parents_of](const QList<QPersistentModelIndex> &parents, M::LayoutChangeHint hint) {
+               for (const auto &[before, now] : qAsConst(moving_indexes))
+                   changePersistentIndex(before, straight(now));
+               moving_indexes.clear();
+               Q_EMIT layoutChanged(parents_of(parents), hint);
+           });
+    follow(&M::modelAboutToBeReset, [this] { beginResetModel(); });
+    follow(&M::modelReset, [this] { endResetModel(); });
+}
+
+QModelIndex TaviTreeProxyModel::straight(const QModelIndex &source_index) const
+{
+    return source_index.isValid()
+               ? createIndex(source_index.row(), source_index.column(), source_index.internalPointer())
+               : QModelIndex();
+}
+
+QModelIndex TaviTreeProxyModel::mapToSource(const QModelIndex &proxy_index) const
+{
+    if (rows == Rows::Mapped)
+        return QSortFilterProxyModel::mapToSource(proxy_index);
+    return straight_source && proxy_index.isValid() && proxy_index.model() == this ? TaviTreeModelAccess::createIndex(
+               straight_source, proxy_index.row(), proxy_index.column(), proxy_index.internalPointer())
+                                                                                   : QModelIndex();
+}
+
+QModelIndex TaviTreeProxyModel::mapFromSource(const QModelIndex &source_index) const
+{
+    if (rows != Rows::Straight)
+        return QSortFilterProxyModel::mapFromSource(source_index);
+    return straight_source && source_index.model() == straight_source ? straight(source_index) : QModelIndex();
+}
+
+QModelIndex TaviTreeProxyModel::index(int row, int column, const QModelIndex &parent) const
+{
+    if (rows == Rows::Straight)
+        return !straight_source ? QModelIndex() : straight(straight_source->index(row, column, mapToSource(parent)));
+    return QSortFilterProxyModel::index(row, column, parent);
+}
+
+QModelIndex TaviTreeProxyModel::parent(const QModelIndex &child) const
+{
+    if (rows == Rows::Straight)
+        return !straight_source ? QModelIndex() : straight(straight_source->parent(mapToSource(child)));
+    return QSortFilterProxyModel::parent(child);
+}
+
+QModelIndex TaviTreeProxyModel::sibling(int row, int column, const QModelIndex &index) const
+{
+    if (rows != Rows::Straight)
+        return QSortFilterProxyModel::sibling(row, column, index);
+    if (!straight_source)
+        return {};
+    // Views go along a row with this.
+    if (index.isValid() && row == index.row() && column >= 0
+        && !TaviTreeModelAccess::overridesStructure(straight_source)) {
+        const auto *const item = static_cast<const TaviTreeItem *>(index.internalPointer());
+        const TaviTreeItem *const parent_item = item->parentTreeItem();
+        return parent_item && column < parent_item->columnCount() ? createIndex(row, column, index.internalPointer())
+                                                                  : QModelIndex();
+    }
+    return straight(straight_source->sibling(row, column, mapToSource(index)));
+}
+
+int TaviTreeProxyModel::rowCount(const QModelIndex &parent) const
+{
+    if (rows != Rows::Straight)
+        return QSortFilterProxyModel::rowCount(parent);
+    return straight_source ? straight_source->rowCount(mapToSource(parent)) : 0;
+}
+
+int TaviTreeProxyModel::columnCount(const QModelIndex &parent) const
+{
+    if (rows != Rows::Straight)
+        return QSortFilterProxyModel::columnCount(parent);
+    return straight_source ? straight_source->columnCount(mapToSource(parent)) : 0;
+}
+
+bool TaviTreeProxyModel::hasChildren(const QModelIndex &parent) const
+{
+    if (rows != Rows::Straight)
+        return QSortFilterProxyModel::hasChildren(parent);
+    return straight_source ? straight_source->hasChildren(mapToSource(parent)) : false;
+}
+
+QVariant TaviTreeProxyModel::headerData(int section, Qt::Orientation orientation, int role) const
+{
+    if (rows != Rows::Straight)
+        return QSortFilterProxyModel::headerData(section, orientation, role);
+    return straight_source ? straight_source->headerData(section, orientation, role) : QVariant();
+}
+
+bool TaviTreeProxyModel::setHeaderData(int section, Qt::Orientation orientation, const QVariant &value, int role)
+{
+    if (rows != Rows::Straight)
+        return QSortFilterProxyModel::setHeaderData(section, orientation, value, role);
+    QAbstractItemModel *const source = straight_source;
+    return source && source->setHeaderData(section, orientation, value, role);
+}
+
+bool TaviTreeProxyModel::insertRows(int row, int count, const QModelIndex &parent)
+{
+    if (rows != Rows::Straight)
+        return QSortFilterProxyModel::insertRows(row, count, parent);
+    return straight_source && straight_source->insertRows(row, count, mapToSource(parent));
+}
+
+bool TaviTreeProxyModel::insertColumns(int column, int count, const QModelIndex &parent)
+{
+    if (rows != Rows::Straight)
+        return QSortFilterProxyModel::insertColumns(column, count, parent);
+    return straight_source && straight_source->insertColumns(column, count, mapToSource(parent));
+}
+
+bool TaviTreeProxyModel::removeRows(int row, int count, const QModelIndex &parent)
+{
+    if (rows != Rows::Straight)
+        return QSortFilterProxyModel::removeRows(row, count, parent);
+    return straight_source && straight_source->removeRows(row, count, mapToSource(parent));
+}
+
+bool TaviTreeProxyModel::removeColumns(int column, int count, const QModelIndex &parent)
+{
+    if (rows != Rows::Straight)
+        return QSortFilterProxyModel::removeColumns(column, count, parent);
+    return straight_source && straight_source->removeColumns(column, count, mapToSource(parent));
+}
+
+void TaviTreeProxyModel::sort(int column, Qt::SortOrder order)
+{
+    if (rows == Rows::Straight && column >= 0) {
+        Q_EMIT layoutAboutToBeChanged(QList<QPersistentModelIndex>(), VerticalSortHint);
+        leaveStraightRows(true);
+        {
+            const QSignalBlocker silence(this);
+            QSortFilterProxyModel::sort(column, order);
+        }
+        Q_EMIT layoutChanged(QList<QPersistentModelIndex>(), VerticalSortHint);
+        return;
+    }
+    QSortFilterProxyModel::sort(column, order);
+}
+
+void TaviTreeProxyModel::setFilterRegExp(const QRegExp &expression)
+{
+    leaveStraightRows(false);
+    rowCount(); // the base class takes rows out of the tables that it has
+    QSortFilterProxyModel::setFilterRegExp(expression);
+}
+
+void TaviTreeProxyModel::setFilterRegExp(const QString &pattern)
+{
+    leaveStraightRows(false);
+    rowCount();
+    QSortFilterProxyModel::setFilterRegExp(pattern);
+}
+
+void TaviTreeProxyModel::setFilterWildcard(const QString &pattern)
+{
+    leaveStraightRows(false);
+    rowCount();
+    QSortFilterProxyModel::setFilterWildcard(pattern);
+}
+
+void TaviTreeProxyModel::setFilterFixedString(const QString &pattern)
+{
+    leaveStraightRows(false);
+    rowCount();
+    QSortFilterProxyModel::setFilterFixedString(pattern);
+}

@@ -1,0 +1,609 @@
+// SPDX-License-Identifier: MIT
+#include "tests/support/tavitest.h"
+#include "tests/treeviews/filteredview.h"
+#include "tests/treeviews/modelsignals.h"
+
+#include <QAbstractItemModelTester>
+#include <QLineEdit>
+#include <QSignalSpy>
+#include <QStandardItemModel>
+
+#include <memory>
+
+namespace {
+
+/// Orders by the numbers in column 1, as far as it decides at all.
+class NumberComparer : public TaviModelIndexComparer
+{
+public:
+    using TaviModelIndexComparer::TaviModelIndexComparer;
+    int compare(const QModelIndex &left, const QModelIndex &right) override
+    {
+        ++asked;
+        const int a = left.sibling(left.row(), 1).data().toInt();
+        const int b = right.sibling(right.row(), 1).data().toInt();
+        return !decides || a == b ? undecided : a < b ? -1 : 1;
+    }
+    int asked = 0;
+    int undecided = 0;
+    bool decides = true;
+};
+
+class Comparing : public TaviTreeProxyModel
+{
+public:
+    using TaviTreeProxyModel::lessThan;
+};
+
+} // namespace
+
+class TestTaviTreeProxyModel : public TaviTest
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup();
+    void construction();
+    void withoutAViewNothingIsHidden();
+    void rowsAreMapped();
+    void listsAreMappedInOrder();
+    void aForeignSourceIsShown();
+    void rowsThatComeAndGoAreTold();
+    void emptyBracketsAreNotPassedOn();
+    void sortKeepsIndexes();
+    void sortIsToldOnce();
+    void sortedRowsStaySorted();
+    void sortAndBackToTheSourcesOrder();
+    void settingsBeforeTheFirstSortKeepIndexes();
+    void comparerDecides();
+    void comparerThatLeavesItOpen_data();
+    void comparerThatLeavesItOpen();
+    void setComparerSortsNothing();
+    void textsSortWithoutRegardToCase();
+    void numbersSortAsNumbers();
+    void expressionRemovesRows();
+    void expressionInverted();
+    void expressionKeepsParentsOfHits();
+    void expressionSkipsHiddenColumns();
+    void expressionKeepsIndexesThatStay();
+    void headerGoesThrough();
+    void writingGoesThrough();
+    void anotherSource();
+    void theSourceIsDestroyed();
+    void lineEditIsRegistered();
+    void lineEditLook();
+    void shortcutTogglesTheInversion();
+    void shortcutNeedsExactlyItsModifiers_data();
+    void shortcutNeedsExactlyItsModifiers();
+    void eachLineEditHasItsOwnFlag();
+    void foreignEventsPass();
+
+private:
+    std::unique_ptr<TaviTreeModel> model;
+    std::unique_ptr<FilteredView> view;
+    TaviTreeProxyModel *proxy = nullptr;
+    TaviTreeItem *b = nullptr;
+    TaviTreeItem *a = nullptr;
+};
+
+void TestTaviTreeProxyModel::init()
+{
+    TaviTest::init();
+    model =
+        std::make_unique<TaviTreeModel>(QList<QVariant>{QStringLiteral("Name"), QStringLiteral("Number")}, nullptr);
+    b = newItem({QStringLiteral("b"), QStringLiteral("1")});
+    a = newItem({QStringLiteral("A"), QStringLiteral("3")});
+    model->appendItems({b, a, newItem({QStringLiteral("c"), QStringLiteral("2")})});
+    model->appendItems(
+        {newItem({QStringLiteral("b2"), QStringLiteral("5")}), newItem({QStringLiteral("b1"), QStringLiteral("4")})},
+        b);
+    view = std::make_unique<FilteredView>(model.get());
+    proxy = view->proxy;
+}
+
+void TestTaviTreeProxyModel::cleanup()
+{
+    view.reset();
+    model.reset();
+    TaviTest::cleanup();
+}
+
+void TestTaviTreeProxyModel::construction()
+{
+    QObject owner;
+    auto *made = new TaviTreeProxyModel(&owner);
+    QCOMPARE(made->QObject::parent(), &owner);
+    QVERIFY(!made->isInverted());
+    QVERIFY(!made->isFiltering());
+    QVERIFY(made->filterString().isEmpty());
+    QCOMPARE(made->treeView(), nullptr);
+    QCOMPARE(made->rowCount(), 0);
+    QCOMPARE(made->visibleTopLevelRows(), 0);
+    QVERIFY(!made->hasLineEdit(nullptr));
+    QVERIFY(!made->index(0, 0).isValid());
+}
+
+void TestTaviTreeProxyModel::withoutAViewNothingIsHidden()
+{
+    TaviTreeProxyModel alone;
+    alone.setSourceModel(model.get());
+    alone.filter(QStringLiteral("nowhere"));
+    QVERIFY(alone.isFiltering());
+    QCOMPARE(alone.rowCount(), 3);
+    QVERIFY(!alone.filterRow(0, QModelIndex()));
+    alone.filter(QStringLiteral("b1"));
+    QVERIFY(alone.filterRow(0, QModelIndex()));
+    model->appendItem(newItem("d"));
+    model->removeItem(model->itemAt(3));
+    QCOMPARE(alone.visibleTopLevelRows(), 3);
+}
+
+void TestTaviTreeProxyModel::rowsAreMapped()
+{
+    const QAbstractItemModelTester tester(proxy, QAbstractItemModelTester::FailureReportingMode::Fatal);
+    for (const bool sorted : {false, true}) {
+        if (sorted)
+            proxy->sort(0);
+        QCOMPARE(proxy->rowCount(), 3);
+        QCOMPARE(proxy->columnCount(), 2);
+        const QModelIndex of_b = view->indexOf(b);
+        QCOMPARE(of_b.row(), sorted ? 1 : 0);
+        QCOMPARE(TaviTreeModel::itemFromIndex(of_b), b);
+        QVERIFY(proxy->hasChildren(of_b));
+        QVERIFY(!proxy->hasChildren(of_b.sibling(of_b.row(), 1)));
+        QCOMPARE(proxy->rowCount(of_b), 2);
+        const QModelIndex child = proxy->index(sorted ? 1 : 0, 1, of_b);
+        QCOMPARE(child.data().toInt(), 5);
+        QCOMPARE(proxy->parent(child), of_b);
+        QCOMPARE(proxy->mapFromSource(proxy->mapToSource(child)), child);
+        QCOMPARE(child.sibling(sorted ? 0 : 1, 0).data().toString(), QStringLiteral("b1"));
+        QCOMPARE(child.sibling(child.row(), 0).data().toString(), QStringLiteral("b2"));
+        QVERIFY(!child.sibling(child.row(), 2).isValid());
+        QVERIFY(!child.sibling(2, 0).isValid());
+        QVERIFY(!child.sibling(-1, 0).isValid());
+        QVERIFY(!proxy->mapToSource(QModelIndex()).isValid());
+        QVERIFY(!proxy->mapFromSource(QModelIndex()).isValid());
+        QVERIFY(!proxy->index(3, 0).isValid());
+        QCOMPARE(proxy->data(of_b, 32).toInt(), b->id());
+        QCOMPARE(int(proxy->flags(of_b)), 33);
+        QCOMPARE(int(proxy->flags(QModelIndex())), 8);
+    }
+}
+
+void TestTaviTreeProxyModel::listsAreMappedInOrder()
+{
+    const QModelIndex first = model->index(0, 0);
+    const QModelIndex second = model->index(1, 1);
+    const QList<QModelIndex> mapped = proxy->mapFromSources({second, QModelIndex(), first});
+    QCOMPARE(mapped, (QList<QModelIndex>{proxy->index(1, 1), QModelIndex(), proxy->index(0, 0)}));
+    QCOMPARE(proxy->mapToSources(mapped), (QList<QModelIndex>{second, QModelIndex(), first}));
+    QVERIFY(proxy->mapToSources({}).isEmpty());
+}
+
+void TestTaviTreeProxyModel::aForeignSourceIsShown()
+{
+    QStandardItemModel foreign(2, 1);
+    foreign.setData(foreign.index(0, 0), QStringLiteral("one"));
+    foreign.setData(foreign.index(1, 0), QStringLiteral("two"));
+    proxy->setSourceModel(&foreign);
+    QCOMPARE(view->shown(), QStringLiteral("one two"));
+    proxy->filter(QStringLiteral("TWO"));
+    QCOMPARE(view->shown(), QStringLiteral("two"));
+    foreign.setData(foreign.index(0, 0), QStringLiteral("twofold"));
+    QCOMPARE(view->shown(), QStringLiteral("twofold two"));
+    proxy->setSourceModel(model.get());
+    QCOMPARE(view->shown(), QString());
+}
+
+void TestTaviTreeProxyModel::rowsThatComeAndGoAreTold()
+{
+    ModelSignals told(proxy);
+    TaviTreeItem *item = newItem({QStringLiteral("d"), QStringLiteral("9")});
+    model->insertItem(1, item);
+    QCOMPARE(told.take(), QStringLiteral("about+ 1-1; + 1-1"));
+    model->appendItem(newItem("b3"), b);
+    QCOMPARE(told.take(), QStringLiteral("about+ 2-2 in 0; + 2-2 in 0"));
+    model->removeItem(item);
+    QCOMPARE(told.take(), QStringLiteral("about- 1-1; - 1-1"));
+    a->emitDataChanged();
+    QCOMPARE(told.take(), QStringLiteral("data 1,0-1,0"));
+    model->setHeaderData(1, QStringLiteral("Lab"), Qt::DisplayRole);
+    QCOMPARE(told.take(), QStringLiteral("header 1 1-1"));
+    model->removeItems({a});
+    QCOMPARE(told.take(), QStringLiteral("about reset; reset"));
+}
+
+void TestTaviTreeProxyModel::emptyBracketsAreNotPassedOn()
+{
+    ModelSignals told(proxy);
+    model->removeAllItems(a);
+    QCOMPARE(told.take(), QString());
+    model->removeAllItems();
+    QCOMPARE(told.take(), QStringLiteral("about- 0-2; - 0-2"));
+    model->removeAllItems();
+    QCOMPARE(told.take(), QString());
+    model->appendItem(newItem("x"));
+    QCOMPARE(told.take(), QStringLiteral("about+ 0-0; + 0-0"));
+}
+
+void TestTaviTreeProxyModel::sortKeepsIndexes()
+{
+    view->expand(view->indexOf(b));
+    view->selectionModel()->select(view->indexOf(b->child(1)), QItemSelectionModel::ClearAndSelect);
+    const QPersistentModelIndex kept(view->indexOf(a).sibling(1, 1));
+    for (const Qt::SortOrder order : {Qt::DescendingOrder, Qt::AscendingOrder, Qt::DescendingOrder}) {
+        proxy->sort(0, order);
+        QVERIFY(view->isExpanded(view->indexOf(b)));
+        QVERIFY(view->selectionModel()->isSelected(view->indexOf(b->child(1))));
+        QCOMPARE(view->selectionModel()->selectedIndexes().size(), 1);
+        QCOMPARE(kept.data().toInt(), 3);
+        QCOMPARE(kept.row(), order == Qt::AscendingOrder ? 0 : 2);
+    }
+    QCOMPARE(view->shown(), QStringLiteral("c b(b2 b1) A"));
+}
+
+void TestTaviTreeProxyModel::sortIsToldOnce()
+{
+    ModelSignals told(proxy);
+    proxy->sort(0);
+    QCOMPARE(told.take(), QStringLiteral("about layout; layout"));
+    proxy->sort(1);
+    QCOMPARE(told.take(), QStringLiteral("about layout; layout"));
+    QCOMPARE(proxy->sortColumn(), 1);
+}
+
+void TestTaviTreeProxyModel::sortedRowsStaySorted()
+{
+    proxy->sort(0);
+    model->appendItem(newItem({QStringLiteral("aa"), QStringLiteral("0")}));
+    QCOMPARE(view->shown(), QStringLiteral("A aa b(b1 b2) c"));
+    QVERIFY(model->setData(model->index(1, 0), QStringLiteral("z"), Qt::EditRole));
+    QCOMPARE(view->shown(), QStringLiteral("aa b(b1 b2) c z"));
+    model->removeItems({a});
+    QCOMPARE(view->shown(), QStringLiteral("aa b(b1 b2) c"));
+}
+
+void TestTaviTreeProxyModel::sortAndBackToTheSourcesOrder()
+{
+    proxy->sort(-1);
+    QCOMPARE(view->shown(), QStringLiteral("b(b2 b1) A c"));
+    proxy->sort(0);
+    proxy->sort(-1);
+    QCOMPARE(view->shown(), QStringLiteral("b(b2 b1) A c"));
+    model->appendItem(newItem("d"));
+    QCOMPARE(view->shown(), QStringLiteral("b(b2 b1) A c d"));
+}
+
+void TestTaviTreeProxyModel::settingsBeforeTheFirstSortKeepIndexes()
+{
+    view->expand(view->indexOf(b));
+    const QPersistentModelIndex kept(view->indexOf(b->child(0)));
+    proxy->setSortRole(Qt::DisplayRole + 1);
+    proxy->setSortRole(Qt::DisplayRole);
+    proxy->setSortCaseSensitivity(Qt::CaseSensitive);
+    proxy->setDynamicSortFilter(false);
+    proxy->setDynamicSortFilter(true);
+    proxy->setFilterCaseSensitivity(Qt::CaseSensitive);
+    proxy->invalidate();
+    model->insertItem(0, newItem("front"));
+    QCOMPARE(kept.data().toString(), QStringLiteral("b2"));
+    QVERIFY(view->isExpanded(view->indexOf(b)));
+    proxy->sort(0);
+    QCOMPARE(kept.data().toString(), QStringLiteral("b2"));
+    QCOMPARE(kept.row(), 1);
+    QVERIFY(view->isExpanded(view->indexOf(b)));
+    QCOMPARE(view->shown(), QStringLiteral("A b(b1 b2) c front"));
+}
+
+void TestTaviTreeProxyModel::comparerDecides()
+{
+    NumberComparer comparer(nullptr);
+    proxy->setComparer(&comparer);
+    proxy->sort(0);
+    QCOMPARE(view->shown(), QStringLiteral("b(b1 b2) c A"));
+    proxy->sort(0, Qt::DescendingOrder);
+    QCOMPARE(view->shown(), QStringLiteral("A c b(b2 b1)"));
+    QVERIFY(comparer.asked > 0);
+    proxy->setComparer(nullptr);
+    proxy->sort(0);
+    QCOMPARE(view->shown(), QStringLiteral("A b(b1 b2) c"));
+}
+
+void TestTaviTreeProxyModel::comparerThatLeavesItOpen_data()
+{
+    QTest::addColumn<int>("answer");
+    for (const int answer : {0, 2, -2, 100})
+        QTest::addRow("%d", answer) << answer;
+}
+
+void TestTaviTreeProxyModel::comparerThatLeavesItOpen()
+{
+    QFETCH(int, answer);
+    NumberComparer comparer(nullptr);
+    comparer.decides = false;
+    comparer.undecided = answer;
+    proxy->setComparer(&comparer);
+    proxy->sort(0);
+    QCOMPARE(view->shown(), QStringLiteral("A b(b1 b2) c"));
+    QVERIFY(comparer.asked > 0);
+}
+
+void TestTaviTreeProxyModel::setComparerSortsNothing()
+{
+    proxy->sort(0);
+    NumberComparer comparer(nullptr);
+    proxy->setComparer(&comparer);
+    QCOMPARE(comparer.asked, 0);
+    QCOMPARE(view->shown(), QStringLiteral("A b(b1 b2) c"));
+}
+
+void TestTaviTreeProxyModel::textsSortWithoutRegardToCase()
+{
+    Comparing comparing;
+    comparing.setSourceModel(model.get());
+    comparing.setSortCaseSensitivity(Qt::CaseInsensitive);
+    const QModelIndex of_b = model->index(0, 0);
+    const QModelIndex of_a = model->index(1, 0);
+    QVERIFY(comparing.lessThan(of_a, of_b));
+    QVERIFY(!comparing.lessThan(of_b, of_a));
+    QVERIFY(!comparing.lessThan(of_a, of_a));
+    b->setData(0, QStringLiteral("B"), Qt::DisplayRole);
+    a->setData(0, QStringLiteral("a"), Qt::DisplayRole);
+    QVERIFY(comparing.lessThan(of_a, of_b));
+    comparing.setSortCaseSensitivity(Qt::CaseSensitive);
+    QVERIFY(comparing.lessThan(of_b, of_a));
+    comparing.setSortLocaleAware(true);
+    QCOMPARE(comparing.lessThan(of_a, of_b),
+             QString::localeAwareCompare(QStringLiteral("a"), QStringLiteral("B")) < 0);
+    comparing.setSortLocaleAware(false);
+    comparing.setSortRole(34);
+    QVERIFY(!comparing.lessThan(of_a, of_b));
+    a->setUserData(0, 1, 0);
+    b->setUserData(0, 2, 0);
+    QVERIFY(comparing.lessThan(of_a, of_b));
+}
+
+void TestTaviTreeProxyModel::numbersSortAsNumbers()
+{
+    a->setData(1, 9, Qt::DisplayRole);
+    b->setData(1, 10, Qt::DisplayRole);
+    model->itemAt(2)->setData(1, QVariant(), Qt::DisplayRole);
+    proxy->sort(1);
+    QCOMPARE(view->shown(), QStringLiteral("A b(b1 b2) c"));
+}
+
+void TestTaviTreeProxyModel::expressionRemovesRows()
+{
+    proxy->setFilterRegExp(QStringLiteral("^[ac]$"));
+    QCOMPARE(proxy->rowCount(), 2);
+    QCOMPARE(view->shown(), QStringLiteral("A c"));
+    proxy->setFilterRegExp(QRegExp(QStringLiteral("c")));
+    QCOMPARE(view->shown(), QStringLiteral("c"));
+    proxy->setFilterWildcard(QStringLiteral("A*"));
+    QCOMPARE(view->shown(), QStringLiteral("A"));
+    proxy->setFilterFixedString(QString());
+    QCOMPARE(view->shown(), QStringLiteral("b(b2 b1) A c"));
+    model->appendItem(newItem("d"));
+    QCOMPARE(proxy->rowCount(), 4);
+    QVERIFY(QMetaObject::invokeMethod(proxy, "setFilterFixedString", Q_ARG(QString, QStringLiteral("d"))));
+    QCOMPARE(view->shown(), QStringLiteral("d"));
+}
+
+void TestTaviTreeProxyModel::expressionInverted()
+{
+    proxy->setInverted(true);
+    proxy->setFilterFixedString(QStringLiteral("b"));
+    QCOMPARE(view->shown(), QStringLiteral("A c"));
+}
+
+void TestTaviTreeProxyModel::expressionKeepsParentsOfHits()
+{
+    proxy->setFilterFixedString(QStringLiteral("b1"));
+    QCOMPARE(view->shown(), QStringLiteral("b(b1)"));
+}
+
+void TestTaviTreeProxyModel::expressionSkipsHiddenColumns()
+{
+    view->header()->setSectionHidden(1, true);
+    proxy->setFilterFixedString(QStringLiteral("3"));
+    QCOMPARE(view->shown(), QString());
+    view->header()->setSectionHidden(1, false);
+    proxy->setFilterFixedString(QStringLiteral("3 "));
+    proxy->setFilterFixedString(QStringLiteral("3"));
+    QCOMPARE(view->shown(), QStringLiteral("A"));
+}
+
+void TestTaviTreeProxyModel::expressionKeepsIndexesThatStay()
+{
+    view->expand(view->indexOf(b));
+    const QPersistentModelIndex kept(view->indexOf(b->child(1)));
+    proxy->setFilterFixedString(QStringLiteral("b1"));
+    QCOMPARE(kept.data().toString(), QStringLiteral("b1"));
+    QCOMPARE(kept.row(), 0);
+    QVERIFY(view->isExpanded(view->indexOf(b)));
+}
+
+void TestTaviTreeProxyModel::headerGoesThrough()
+{
+    for (const bool sorted : {false, true}) {
+        if (sorted)
+            proxy->sort(0);
+        QCOMPARE(proxy->headerData(1, Qt::Horizontal).toString(), QStringLiteral("Number"));
+        QVERIFY(!proxy->headerData(0, Qt::Vertical).isValid());
+        QVERIFY(!proxy->setHeaderData(0, Qt::Horizontal, QStringLiteral("x")));
+    }
+}
+
+void TestTaviTreeProxyModel::writingGoesThrough()
+{
+    QVERIFY(proxy->setData(view->indexOf(a), QStringLiteral("new")));
+    QCOMPARE(textOf(a), QStringLiteral("new"));
+    QVERIFY(!proxy->insertRows(0, 1));
+    QVERIFY(!proxy->removeRows(0, 1));
+    QVERIFY(!proxy->insertColumns(0, 1));
+    QVERIFY(!proxy->removeColumns(0, 1));
+    QCOMPARE(proxy->rowCount(), 3);
+}
+
+void TestTaviTreeProxyModel::anotherSource()
+{
+    TaviTreeModel other({QStringLiteral("One")}, nullptr);
+    other.appendItem(newItem("x"));
+    proxy->filter(QStringLiteral("x"));
+    QCOMPARE(view->shown(), QString());
+    const QPersistentModelIndex kept(view->indexOf(a));
+    proxy->setSourceModel(&other);
+    QVERIFY(!kept.isValid());
+    QCOMPARE(view->shown(), QStringLiteral("x"));
+    model->appendItem(newItem("xx")); // of no interest any more
+    QCOMPARE(view->shown(), QStringLiteral("x"));
+    proxy->sort(0);
+    proxy->setSourceModel(model.get());
+    QCOMPARE(proxy->rowCount(), 4);
+    QCOMPARE(view->shown(), QStringLiteral("xx"));
+    proxy->setSourceModel(nullptr);
+    QCOMPARE(proxy->rowCount(), 0);
+    QVERIFY(!proxy->index(0, 0).isValid());
+    proxy->filter(QString());
+}
+
+void TestTaviTreeProxyModel::theSourceIsDestroyed()
+{
+    for (const bool sorted : {false, true}) {
+        auto source = std::make_unique<TaviTreeModel>(QList<QVariant>{QStringLiteral("One")}, nullptr);
+        source->appendItems({newItem("x"), newItem("y")});
+        FilteredView shown(source.get());
+        if (sorted)
+            shown.proxy->sort(0);
+        shown.resize(200, 200);
+        shown.show();
+        shown.setCurrentIndex(shown.proxy->index(1, 0));
+        shown.proxy->filter(QStringLiteral("x"));
+        QCoreApplication::processEvents();
+        source.reset();
+        QCOMPARE(shown.proxy->rowCount(), 0);
+        QVERIFY(!shown.currentIndex().isValid());
+        shown.grab();
+        QCoreApplication::processEvents();
+        shown.proxy->filter(QString());
+        QCOMPARE(shown.status_updates > 0, true);
+    }
+}
+
+void TestTaviTreeProxyModel::lineEditIsRegistered()
+{
+    QLineEdit line_edit;
+    proxy->addFilterLineEdit(nullptr);
+    QVERIFY(!proxy->hasLineEdit(&line_edit));
+    proxy->addFilterLineEdit(&line_edit);
+    QVERIFY(proxy->hasLineEdit(&line_edit));
+    QCOMPARE(line_edit.toolTip(), QStringLiteral("Press Ctrl+Shift+I to invert filter result."));
+    line_edit.setText(QStringLiteral("c")); // not connected
+    QVERIFY(!proxy->isFiltering());
+}
+
+void TestTaviTreeProxyModel::lineEditLook()
+{
+    QLineEdit line_edit;
+    const auto colour = [&](QPalette::ColorRole role, QPalette::ColorGroup group) {
+        return line_edit.palette().brush(group, role);
+    };
+    for (const bool inverted : {true, false}) {
+        proxy->setFilterLineEditLook(&line_edit, inverted);
+        for (const auto group : {QPalette::Active, QPalette::Inactive, QPalette::Disabled}) {
+            QCOMPARE(colour(line_edit.foregroundRole(), group), QBrush(inverted ? Qt::white : Qt::black));
+            QCOMPARE(colour(line_edit.backgroundRole(), group), QBrush(inverted ? Qt::black : Qt::white));
+        }
+    }
+}
+
+void TestTaviTreeProxyModel::shortcutTogglesTheInversion()
+{
+    QLineEdit line_edit;
+    proxy->addFilterLineEdit(&line_edit);
+    line_edit.show();
+    proxy->filter(QStringLiteral("c"));
+    QCOMPARE(view->shown(), QStringLiteral("c"));
+    QTest::keyClick(&line_edit, Qt::Key_I, Qt::ControlModifier | Qt::ShiftModifier);
+    QVERIFY(line_edit.text().isEmpty());
+    // Through the window system a key comes as an offer of a shortcut first.
+    QKeyEvent offer(QEvent::ShortcutOverride, Qt::Key_I, Qt::ControlModifier | Qt::ShiftModifier);
+    const bool inverted = proxy->isInverted();
+    QCoreApplication::sendEvent(&line_edit, &offer);
+    QCOMPARE(proxy->isInverted(), !inverted);
+    QVERIFY(line_edit.text().isEmpty());
+    if (!proxy->isInverted())
+        QCoreApplication::sendEvent(&line_edit, &offer);
+    QCOMPARE(view->shown(), QStringLiteral("b(b2 b1) A"));
+    QCOMPARE(line_edit.palette().brush(QPalette::Active, line_edit.backgroundRole()), QBrush(Qt::black));
+    QCoreApplication::sendEvent(&line_edit, &offer);
+    QCOMPARE(view->shown(), QStringLiteral("c"));
+    QCOMPARE(line_edit.palette().brush(QPalette::Active, line_edit.backgroundRole()), QBrush(Qt::white));
+}
+
+void TestTaviTreeProxyModel::shortcutNeedsExactlyItsModifiers_data()
+{
+    QTest::addColumn<int>("modifiers");
+    QTest::addColumn<int>("key");
+    QTest::addColumn<bool>("taken");
+    const int wanted = Qt::ControlModifier | Qt::ShiftModifier;
+    QTest::newRow("both") << wanted << int(Qt::Key_I) << true;
+    QTest::newRow("on the key pad") << int(wanted | Qt::KeypadModifier) << int(Qt::Key_I) << true;
+    QTest::newRow("with Alt") << int(wanted | Qt::AltModifier) << int(Qt::Key_I) << false;
+    QTest::newRow("with Meta") << int(wanted | Qt::MetaModifier) << int(Qt::Key_I) << false;
+    QTest::newRow("without Shift") << int(Qt::ControlModifier) << int(Qt::Key_I) << false;
+    QTest::newRow("without Ctrl") << int(Qt::ShiftModifier) << int(Qt::Key_I) << false;
+    QTest::newRow("another key") << wanted << int(Qt::Key_J) << false;
+}
+
+void TestTaviTreeProxyModel::shortcutNeedsExactlyItsModifiers()
+{
+    QFETCH(int, modifiers);
+    QFETCH(int, key);
+    QFETCH(bool, taken);
+    QLineEdit line_edit;
+    proxy->addFilterLineEdit(&line_edit);
+    QKeyEvent offer(QEvent::ShortcutOverride, key, Qt::KeyboardModifiers(modifiers));
+    QCOMPARE(proxy->eventFilter(&line_edit, &offer), taken);
+    QCOMPARE(proxy->isInverted(), taken);
+    QKeyEvent press(QEvent::KeyPress, key, Qt::KeyboardModifiers(modifiers));
+    QCOMPARE(proxy->eventFilter(&line_edit, &press), taken);
+    QCOMPARE(proxy->isInverted(), taken);
+    QKeyEvent release(QEvent::KeyRelease, key, Qt::KeyboardModifiers(modifiers));
+    QVERIFY(!proxy->eventFilter(&line_edit, &release));
+}
+
+void TestTaviTreeProxyModel::eachLineEditHasItsOwnFlag()
+{
+    QLineEdit one;
+    QLineEdit two;
+    proxy->addFilterLineEdit(&one);
+    proxy->addFilterLineEdit(&two);
+    QKeyEvent offer(QEvent::ShortcutOverride, Qt::Key_I, Qt::ControlModifier | Qt::ShiftModifier);
+    QVERIFY(proxy->eventFilter(&one, &offer));
+    QVERIFY(proxy->isInverted());
+    QVERIFY(proxy->eventFilter(&two, &offer)); // its own flag goes on, so the inversion stays
+    QVERIFY(proxy->isInverted());
+    QVERIFY(proxy->eventFilter(&one, &offer));
+    QVERIFY(!proxy->isInverted());
+    QCOMPARE(two.palette().brush(QPalette::Active, two.backgroundRole()), QBrush(Qt::black));
+}
+
+void TestTaviTreeProxyModel::foreignEventsPass()
+{
+    QLineEdit registered;
+    QLineEdit stranger;
+    proxy->addFilterLineEdit(&registered);
+    QKeyEvent offer(QEvent::ShortcutOverride, Qt::Key_I, Qt::ControlModifier | Qt::ShiftModifier);
+    QVERIFY(!proxy->eventFilter(nullptr, &offer));
+    QVERIFY(!proxy->eventFilter(&registered, nullptr));
+    QVERIFY(!proxy->eventFilter(&stranger, &offer));
+    QVERIFY(!proxy->eventFilter(view.get(), &offer));
+    QEvent other(QEvent::FocusIn);
+    QVERIFY(!proxy->eventFilter(&registered, &other));
+    QVERIFY(!proxy->isInverted());
+}
+
+TAVI_GUI_TEST_MAIN(TestTaviTreeProxyModel)
+#include "tst_tavitreeproxymodel.moc"
