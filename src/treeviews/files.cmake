@@ -8,7 +8,6 @@ list(APPEND TAVIWIDGETS_HEADERS
     treeviews/tavitreeitemdelegate.h
     treeviews/tavitreemodel.h
     treeviews/tavitreeproxymodel.h)
-    treeviews/tavitreeproxymodel.h
     treeviews/tavitreeview.h
     treeviews/tavitreeviewfilterfloater.h)
 list(APPEND TAVIWIDGETS_FORMS
