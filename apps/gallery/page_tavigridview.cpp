@@ -127,8 +127,11 @@ public:
         layout->addLayout(controls);
         layout->addWidget(view, 1);
         layout->addWidget(current);
-        if (for_picture)
-            delegate->setCellSize(16, 16);
+        if (for_picture) {
+            size->setValue(16);
+            view->recalculateGrid();
+            view->setCurrentIndex(model->index(4, 5));
+        }
     }
 
 private:
