@@ -2,6 +2,8 @@
 #include "treeviews/configorderrows_p.h"
 #include "treeviews/taviconfigorder.h"
 
+#include <QMouseEvent>
+
 #include <algorithm>
 
 ConfigOrderTree::ConfigOrderTree(QWidget *parent) : TaviTreeView(parent)
@@ -137,6 +139,13 @@ void ConfigOrderTree::moveSelectedItemsTo(int row)
     into->insertItems(target, taken);
     if (self)
         selectMoved(items, target < rows.first() ? Direction::Up : Direction::Down);
+}
+
+void ConfigOrderTree::mouseDoubleClickEvent(QMouseEvent *event)
+{
+    const QModelIndex index = indexAt(event->pos());
+    if (!index.isValid() || (index.flags() & Qt::ItemIsEnabled))
+        TaviTreeView::mouseDoubleClickEvent(event);
 }
 
 void ConfigOrderTree::selectMoved(const ItemList &items, Direction direction)

@@ -110,6 +110,10 @@ protected Q_SLOTS:
     /// as it stands by then. With rows 0 and 1 of five, a drop at 3 lands them at 1 and 2.
     void moveSelectedItemsTo(int row);
 
+protected:
+    /// Nothing on a row that can't be picked: a double click there would mean the rows that are selected elsewhere.
+    void mouseDoubleClickEvent(QMouseEvent *event) override;
+
 private:
     friend class TaviConfigOrder;
     using ItemList = QList<QPointer<TaviTreeItem>>;
