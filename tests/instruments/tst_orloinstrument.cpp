@@ -296,7 +296,7 @@ private Q_SLOTS:
         expectLog("orloinstrument: OrloInstrument: SpectrophotometerOpen Cannot open file x");
         QCOMPARE(instrument.open("Scripted", true), 0);
         QCOMPARE(texts, QStringList{"Found Gretag Spectrolino on port 1"});
-        QCOMPARE(recorder().kinds(), std::vector<int>{TAVILOG_PLUGIN});
+        QCOMPARE(recorder().kinds(), QVector<int>{TAVILOG_PLUGIN});
         instrument.close();
         QCOMPARE(texts.last(), QString("Reset done"));
     }
@@ -312,7 +312,7 @@ private Q_SLOTS:
         expectLog("orloinstrument: OrloInstrument:  Reset done");
         OrloInstrument instrument;
         QCOMPARE(instrument.open("Scripted", true), 0);
-        QCOMPARE(recorder().kinds(), std::vector<int>{TAVILOG_PLUGIN});
+        QCOMPARE(recorder().kinds(), QVector<int>{TAVILOG_PLUGIN});
     }
 
     void theChartNameIsAskedForWithAClearedBuffer()

@@ -101,7 +101,7 @@ private Q_SLOTS:
         const int result = start();
         refuse_threads = false;
         QCOMPARE(result, -1);
-        QCOMPARE(recorder().kinds(), std::vector<int>{TAVILOG_PLUGIN});
+        QCOMPARE(recorder().kinds(), QVector<int>{TAVILOG_PLUGIN});
         QCOMPARE(plugin->reads.load(), 0);
         QVERIFY(instrument.enabled());
         instrument.abort(); // not busy: does not wait for a thread that never was

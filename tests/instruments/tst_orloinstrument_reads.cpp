@@ -329,7 +329,7 @@ private Q_SLOTS:
         expectLog("scripted: ReadSpotLab: Calibration failed badly");
         QCOMPARE(instrument->readSpotLab(Listener::lab, &listener), 0);
         QTRY_COMPARE(listener.texts, (QStringList{"File importer ready", "Measure B12"}));
-        QCOMPARE(recorder().kinds(), std::vector<int>{TAVILOG_ERROR});
+        QCOMPARE(recorder().kinds(), QVector<int>{TAVILOG_ERROR});
     }
 
     void withoutAReceiverStatusTextsGoToTheLog()

@@ -62,7 +62,7 @@ QStringList LogRecorder::lines() const
     return lines_;
 }
 
-std::vector<int> LogRecorder::kinds() const
+QVector<int> LogRecorder::kinds() const
 {
     const std::scoped_lock lock(mutex_);
     return kinds_;
@@ -81,7 +81,7 @@ void LogRecorder::record(int kind, const QString &line)
 {
     const std::scoped_lock lock(mutex_);
     lines_.append(line);
-    kinds_.push_back(kind);
+    kinds_.append(kind);
 }
 
 QStringList LogRecorder::takeProblems()

@@ -4,6 +4,7 @@
 
 #include <QString>
 #include <QStringList>
+#include <QVector>
 
 #include <mutex>
 #include <vector>
@@ -26,7 +27,7 @@ public:
     /// Lines "unit: function: text" (of Qt: "qt: category: text") in the order they came.
     QStringList lines() const;
     /// Of each of lines() its kind, TAVILOG_ERROR or TAVILOG_PLUGIN; what Qt says is an error.
-    std::vector<int> kinds() const;
+    QVector<int> kinds() const;
     /// How many recorded lines hold @a part.
     int count(const QString &part) const;
 
@@ -44,7 +45,7 @@ private:
 
     mutable std::mutex mutex_;
     QStringList lines_;
-    std::vector<int> kinds_;
+    QVector<int> kinds_; // which, like the lines, needs no operator new: tests make that fail
     std::vector<Expected> expected_;
     QStringList allowed_;
 };

@@ -27,10 +27,10 @@ private Q_SLOTS:
         LogError("unit", "function", "broke");
         TaviLogMessage("unit", "function", TAVILOG_PLUGIN, TAVILOG_FORM_TEXT, 1, "%s", "said");
         qWarning("odd");
-        const std::vector<int> expected = {TAVILOG_ERROR, TAVILOG_PLUGIN, TAVILOG_ERROR};
+        const QVector<int> expected = {TAVILOG_ERROR, TAVILOG_PLUGIN, TAVILOG_ERROR};
         QCOMPARE(recorder.kinds(), expected);
         QCOMPARE(recorder.takeProblems().size(), 3);
-        QVERIFY(recorder.kinds().empty());
+        QVERIFY(recorder.kinds().isEmpty());
     }
 
     void anExpectedLineIsNone()
