@@ -11,7 +11,9 @@
 #include <fcntl.h>
 #include <sqlite3.h>
 #include <sys/stat.h>
+#include <tuple>
 #include <unistd.h>
+#include <utility>
 
 namespace {
 
@@ -277,15 +279,23 @@ RegistryFile::Result RegistryFile::load(RegistrySections &content)
     RegistrySections read;
     if (code == SQLITE_ROW) {
         Use rows(rows_);
+        std::optional<std::pair<std::string, std::string>> last;
         while ((code = rows.step()) == SQLITE_ROW) {
-            const std::string section = rows.text(0);
-            const std::string key = rows.text(1);
+            std::string section = rows.text(0);
+            std::string key = rows.text(1);
             const std::string value = rows.text(2);
             if (rows.number(3) != checksum(section, key, value)) {
                 result = damaged("the checksum of key \"" + key + "\" in section \"" + section + "\" is wrong");
                 break;
             }
+            // They come as the tree holds them. The check of the database does not look at this, and in a tree out of
+            // order a row may be missed when it is written or cleared.
+            if (last && std::tie(section, key) <= std::tie(last->first, last->second)) {
+                result = damaged("its rows are out of order");
+                break;
+            }
             read.put(section, key, value);
+            last.emplace(std::move(section), std::move(key));
         }
     }
     if (result.done() && code != SQLITE_DONE)

@@ -489,6 +489,24 @@ private Q_SLOTS:
         QCOMPARE(openDamaged(bytes, model), MovedAside);
     }
 
+    void aFileWithRowsOutOfOrderIsMovedAside()
+    {
+        {
+            TaviRegistry registry(file());
+            registry.putstring("section 0", "name", "main");
+            registry.putstring("section 0", "title", "text");
+        }
+        QByteArray bytes = readFile(path());
+        const Model model = {{"section 0", {{"name", "main"}, {"title", "text"}}}};
+        QCOMPARE(openDamaged(bytes, model), Sound);
+
+        // In such a file a row is looked for where it is not, and stored a second time.
+        const int places = bytes.size() / 2 + 8;
+        std::swap_ranges(bytes.begin() + places, bytes.begin() + places + 2, bytes.begin() + places + 2);
+        expectLog("cannot be used and is now");
+        QCOMPARE(openDamaged(bytes, model), MovedAside);
+    }
+
     void aFileThatClaimsMoreThanMemoryHoldsIsMovedAside_data()
     {
         QTest::addColumn<QString>("name");
