@@ -180,7 +180,7 @@ public:
     using Item = QStandardItem;
 
     /// A row of items; the children stand below the first.
-    Standard() : proxy(this)
+    Standard()
     {
         model.setHorizontalHeaderLabels(header());
         proxy.setSourceModel(&model);
@@ -206,20 +206,13 @@ public:
     }
     static void addChild(Item *parent, Item *child) { parent->appendRow(wholeRow(child)); }
 
+    /// Without the proxy looking on, which would take minutes.
     void append(const QList<Item *> &items)
     {
+        proxy.setSourceModel(nullptr);
         for (Item *item : items)
-            waiting.append(wholeRow(item));
-        QStandardItem *root = model.invisibleRootItem();
-        QList<Item *> first;
-        for (const QList<Item *> &row : qAsConst(waiting))
-            first.append(row.first());
-        root->appendRows(first);
-        for (int row = 0; row < waiting.size(); ++row) {
-            for (int column = 1; column < columns; ++column)
-                root->setChild(row, column, waiting.at(row).at(column));
-        }
-        waiting.clear();
+            model.appendRow(wholeRow(item));
+        proxy.setSourceModel(&model);
     }
     void append(Item *item) { model.appendRow(wholeRow(item)); }
     void removeEverySecond()
@@ -250,7 +243,6 @@ public:
     class Proxy : public QSortFilterProxyModel
     {
     public:
-        explicit Proxy(Standard *) {}
         bool by_number = false;
 
     protected:
@@ -265,7 +257,6 @@ public:
     QStandardItemModel model;
     Proxy proxy;
     QTreeView shown;
-    QList<QList<Item *>> waiting;
 };
 
 class Widget

@@ -145,7 +145,7 @@ TaviTreeItem *TaviTreeItem::takeRow(int row)
 
 TaviTreeItem *TaviTreeItem::takeChild(TaviTreeItem *child)
 {
-    const int row = child ? rowOf(child) : -1;
+    const int row = child && child->list_count > 0 ? rowOf(child) : -1;
     return row >= 0 ? takeRow(row) : nullptr;
 }
 

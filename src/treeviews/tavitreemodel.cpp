@@ -26,7 +26,8 @@ bool TaviTreeModelAccess::overridesData(const TaviTreeModel *model)
 
 bool TaviTreeModelAccess::overridesStructure(const TaviTreeModel *model)
 {
-    return indexIsOverridden(model) || rowCountIsOverridden(model) || columnCountIsOverridden(model);
+    return indexIsOverridden(model) || rowCountIsOverridden(model) || columnCountIsOverridden(model)
+           || hasChildrenIsOverridden(model);
 }
 
 TaviModelIndexComparer::TaviModelIndexComparer(QObject *parent) : QObject(parent) {}

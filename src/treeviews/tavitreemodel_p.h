@@ -22,7 +22,7 @@ public:
     static TaviTreeItem *itemOf(const TaviTreeModel *model, const QModelIndex &index) { return model->itemOf(index); }
     /// Whether the class of the model has its own data().
     static bool overridesData(const TaviTreeModel *model);
-    /// Whether the class of the model has its own index(), rowCount() or columnCount().
+    /// Whether the class of the model has its own index(), rowCount(), columnCount() or hasChildren().
     static bool overridesStructure(const TaviTreeModel *model);
 };
 

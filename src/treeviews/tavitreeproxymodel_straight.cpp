@@ -11,6 +11,7 @@
 #include "treeviews/tavitreeproxymodel.h"
 
 #include "treeviews/tavitreeitem.h"
+#include "treeviews/tavitreeitem_p.h"
 #include "treeviews/tavitreemodel.h"
 #include "treeviews/tavitreemodel_p.h"
 
@@ -317,7 +318,16 @@ bool TaviTreeProxyModel::hasChildren(const QModelIndex &parent) const
 {
     if (rows != Rows::Straight)
         return QSortFilterProxyModel::hasChildren(parent);
-    return straight_source ? straight_source->hasChildren(mapToSource(parent)) : false;
+    if (!straight_source)
+        return false;
+    // Views ask this of each row that they lay out.
+    if (parent.isValid() && parent.model() == this && !TaviTreeModelAccess::overridesData(straight_source)
+        && !TaviTreeModelAccess::overridesStructure(straight_source)) {
+        const auto *const item = static_cast<const TaviTreeItem *>(parent.internalPointer());
+        if (!TaviTreeItemAccess::overridesData(item))
+            return parent.column() == 0 && item->childCount() > 0 && item->columnCount() > 0;
+    }
+    return straight_source->hasChildren(mapToSource(parent));
 }
 
 QVariant TaviTreeProxyModel::headerData(int section, Qt::Orientation orientation, int role) const
