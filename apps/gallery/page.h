@@ -21,10 +21,7 @@ QVector<Page> galleryPages();
 
 /// The pages, one function each in page_<name>.cpp.
 QWidget *makeSpectroBuddyPage(bool for_picture);
-<<<<<<< HEAD
-QWidget *makeTaviGridViewPage(bool for_picture);
-=======
 QWidget *makeTaviConfigOrderPage(bool for_picture);
->>>>>>> t4
+QWidget *makeTaviGridViewPage(bool for_picture);
 
 #endif
