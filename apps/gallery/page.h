@@ -22,5 +22,6 @@ QVector<Page> galleryPages();
 /// The pages, one function each in page_<name>.cpp.
 QWidget *makeSpectroBuddyPage(bool for_picture);
 QWidget *makeTaviGridViewPage(bool for_picture);
+QWidget *makeTaviTreeViewPage(bool for_picture);
 
 #endif

@@ -7,7 +7,6 @@ list(APPEND TAVIWIDGETS_HEADERS
     treeviews/tavitreeitem.h
     treeviews/tavitreeitemdelegate.h
     treeviews/tavitreemodel.h
-    treeviews/tavitreeproxymodel.h)
     treeviews/tavitreeproxymodel.h
     treeviews/tavitreeview.h
     treeviews/tavitreeviewfilterfloater.h)
