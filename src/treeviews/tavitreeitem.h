@@ -240,6 +240,7 @@ private:
     bool setCheckStateOfChildren(int column, Qt::CheckState state);
     int rowOf(const TaviTreeItem *child) const;
     void listed(TaviTreeItem *child, int row);
+    void insertChildren(int row, const QList<TaviTreeItem *> &items);
     TaviTreeItem *takeRow(int row);
     QList<TaviTreeItem *> takeChildren(const QList<TaviTreeItem *> &items);
 

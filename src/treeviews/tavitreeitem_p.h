@@ -23,6 +23,11 @@ public:
     {
         return item->storedValue(column, role);
     }
+    /// As insertChild() of each at @a row, @a row + 1, ..., null entries left out. O(children + items).
+    static void insertChildren(TaviTreeItem *parent, int row, const QList<TaviTreeItem *> &items)
+    {
+        parent->insertChildren(row, items);
+    }
     /// Takes each of @a items out of the list; the result has null for one that is no child. Null entries are left
     /// out. O(children + items), and no item that is not a child is touched, whether it is still alive or not.
     static QList<TaviTreeItem *> takeChildren(TaviTreeItem *parent, const QList<TaviTreeItem *> &items)

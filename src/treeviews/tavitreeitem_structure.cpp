@@ -107,6 +107,32 @@ void TaviTreeItem::insertChild(int index, TaviTreeItem *child)
     listed(child, row);
 }
 
+void TaviTreeItem::insertChildren(int row, const QList<TaviTreeItem *> &items)
+{
+    // Items that stand in no list yet, each once, go in together; any other has to be taken out of its place first.
+    QList<TaviTreeItem *> fresh;
+    fresh.reserve(items.size());
+    for (TaviTreeItem *item : items) {
+        if (item && item->list_count == 0) {
+            ++item->list_count;
+            fresh.append(item);
+        }
+    }
+    for (TaviTreeItem *item : qAsConst(fresh))
+        --item->list_count;
+    if (fresh.size() != items.size() - items.count(nullptr)) {
+        for (TaviTreeItem *item : items) {
+            if (item)
+                insertChild(row++, item);
+        }
+        return;
+    }
+    const int place = std::clamp(row, 0, children_.size());
+    children_ = children_.mid(0, place) + fresh + children_.mid(place);
+    for (int i = 0; i < fresh.size(); ++i)
+        listed(fresh.at(i), place + i);
+}
+
 TaviTreeItem *TaviTreeItem::takeRow(int row)
 {
     TaviTreeItem *child = children_.takeAt(row);

@@ -93,12 +93,9 @@ void TaviTreeModel::insertItems(int row, const QList<TaviTreeItem *> &items, Tav
     if (items.isEmpty())
         return;
     const QModelIndex under = indexOfParent(parent);
-    int place = clampedRow(row, under);
+    const int place = clampedRow(row, under);
     beginInsertRows(under, place, place + items.size() - 1);
-    for (TaviTreeItem *const item : items) {
-        if (item)
-            givenOrRoot(parent)->insertChild(place++, item);
-    }
+    TaviTreeItemAccess::insertChildren(givenOrRoot(parent), place, items);
     endInsertRows();
 }
 

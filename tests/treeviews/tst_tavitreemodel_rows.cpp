@@ -43,6 +43,7 @@ private Q_SLOTS:
     void insertItem();
     void insertItems();
     void insertItemsCountsNullsInTheBracket();
+    void insertItemsThatStandInTheListMoves();
     void insertUnderAParent();
     void removeItem();
     void removeItemUnderAParent();
@@ -165,6 +166,16 @@ void TestTaviTreeModelRows::insertItemsCountsNullsInTheBracket()
     model->insertItems(1, {newItem("x"), nullptr, newItem("y")});
     QCOMPARE(told->take(), QStringLiteral("about+ 1-3; + 1-3"));
     QCOMPARE(texts(), QStringLiteral("axybc"));
+}
+
+void TestTaviTreeModelRows::insertItemsThatStandInTheListMoves()
+{
+    TaviTreeItem *x = newItem("x");
+    model->insertItems(1, {c, x, x});
+    QCOMPARE(told->take(), QStringLiteral("about+ 1-3; + 1-3"));
+    QCOMPARE(texts(), QStringLiteral("acbx"));
+    QCOMPARE(x->row(), 3);
+    model->resetModel();
 }
 
 void TestTaviTreeModelRows::insertUnderAParent()
