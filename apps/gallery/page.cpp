@@ -15,5 +15,8 @@ QVector<Page> galleryPages()
         {"tavigridview", "TaviGridView",
          "A collection as cells of one size, as many in a row as fit: the patches of a characterisation set.",
          makeTaviGridViewPage},
+        {"tavitreeview", "TaviTreeView",
+         "A tree that is sorted, ticked and filtered as one types: a characterisation set by the number of inks.",
+         makeTaviTreeViewPage},
     };
 }
