@@ -8,6 +8,7 @@
 #include <QLabel>
 #include <QPainter>
 #include <QSlider>
+#include <QTimer>
 #include <QVBoxLayout>
 
 #include <vector>
@@ -129,8 +130,8 @@ public:
         layout->addWidget(current);
         if (for_picture) {
             size->setValue(16);
-            view->recalculateGrid();
-            view->setCurrentIndex(model->index(4, 5));
+            // Behind the layout, which sets the columns and so ends every selection.
+            QTimer::singleShot(100, view, [view, model] { view->setCurrentIndex(model->index(4, 5)); });
         }
     }
 
