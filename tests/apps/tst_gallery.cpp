@@ -19,11 +19,13 @@ private Q_SLOTS:
         QVERIFY(gallery.waitForFinished(30000));
         QCOMPARE(gallery.exitCode(), 0);
         QCOMPARE(gallery.readAllStandardError(), QByteArray());
-        const QImage picture(folder.path() + "/pics/spectrobuddy.png");
-        QVERIFY(picture.width() >= 300 && picture.height() >= 100);
-        // The documented picture is the one of today's widget: no other size.
-        const QImage documented(QStringLiteral(DOCS_PICS "/spectrobuddy.png"));
-        QCOMPARE(documented.size(), picture.size());
+        for (const QString &name : {QString("spectrobuddy"), QString("taviconfigorder")}) {
+            const QImage picture(folder.path() + "/pics/" + name + ".png");
+            QVERIFY2(picture.width() >= 300 && picture.height() >= 100, qPrintable(name));
+            // The documented picture is the one of today's widget: no other size.
+            const QImage documented(QStringLiteral(DOCS_PICS "/%1.png").arg(name));
+            QCOMPARE(documented.size(), picture.size());
+        }
     }
 
     void aFolderThatCannotBeMadeIsTold()
