@@ -44,6 +44,8 @@ function(tavi_add_library target)
     endforeach()
     # What these include is there already: nothing is left for AUTOUIC to find.
     set_source_files_properties(${arg_HEADERS} ${form_headers} PROPERTIES SKIP_AUTOUIC ON)
+    # What reads the headers for moc, or for a check without a build, wants these too.
+    set_property(TARGET ${target} APPEND PROPERTY AUTOGEN_TARGET_DEPENDS ${form_headers})
     target_sources(${target} PRIVATE ${form_headers} PUBLIC FILE_SET HEADERS
         BASE_DIRS ${PROJECT_SOURCE_DIR}/src ${PROJECT_BINARY_DIR}/include
         FILES ${arg_HEADERS} ${export_header} ${form_headers})

@@ -71,6 +71,11 @@ QList<TaviTreeItem *> alive(const QList<QPointer<TaviTreeItem>> &items)
     return left;
 }
 
+bool isGreyed(const QModelIndex &index)
+{
+    return index.isValid() && !(index.flags() & Qt::ItemIsEnabled);
+}
+
 QVector<int> rowsOf(const QList<TaviTreeItem *> &items)
 {
     QVector<int> rows;
@@ -141,11 +146,22 @@ void ConfigOrderTree::moveSelectedItemsTo(int row)
         selectMoved(items, target < rows.first() ? Direction::Up : Direction::Down);
 }
 
+void ConfigOrderTree::mousePressEvent(QMouseEvent *event)
+{
+    pressed_on_greyed = isGreyed(indexAt(event->pos()));
+    TaviTreeView::mousePressEvent(event);
+}
+
 void ConfigOrderTree::mouseDoubleClickEvent(QMouseEvent *event)
 {
-    const QModelIndex index = indexAt(event->pos());
-    if (!index.isValid() || (index.flags() & Qt::ItemIsEnabled))
+    if (!isGreyed(indexAt(event->pos())))
         TaviTreeView::mouseDoubleClickEvent(event);
+}
+
+void ConfigOrderTree::startDrag(Qt::DropActions actions)
+{
+    if (!pressed_on_greyed)
+        TaviTreeView::startDrag(actions);
 }
 
 void ConfigOrderTree::selectMoved(const ItemList &items, Direction direction)

@@ -111,8 +111,14 @@ protected Q_SLOTS:
     void moveSelectedItemsTo(int row);
 
 protected:
-    /// Nothing on a row that can't be picked: a double click there would mean the rows that are selected elsewhere.
+    /// @name Rows that can't be picked
+    /// A double click on one does nothing, and no drag begins there: both would mean the rows that are selected
+    /// elsewhere.
+    /// @{
+    void mousePressEvent(QMouseEvent *event) override;
     void mouseDoubleClickEvent(QMouseEvent *event) override;
+    void startDrag(Qt::DropActions actions) override;
+    /// @}
 
 private:
     friend class TaviConfigOrder;
@@ -126,6 +132,7 @@ private:
     void setCurrentRow(int row);
 
     QPointer<TaviTreeModel> config_model;
+    bool pressed_on_greyed = false; // where the mouse button went down last
 };
 
 /// The model of a list of the order dialog. It takes drops of such rows, but moves nothing: it says where they were

@@ -41,14 +41,11 @@ void TaviHeaderView::configureHeaders()
     const QPointer<TaviHeaderView> self(this);
     TaviConfigOrder order(tr("Configure List Headers"), this, "header_config");
     const int result = order.reorder(all, shown, false, nullptr, "taviconfig_order_dlg");
-    // Whatever hears of a change may take the header away, as may whatever ran while the dialog was open.
-    const auto is_there = [&self](int section) {
-        return self && section < self->count();
-    };
-    if (result == QDialog::Accepted) {
+    // Whatever ran while the dialog was open may have taken the header away, or columns.
+    if (self && result == QDialog::Accepted) {
         for (const ConfigOrderItem *const column : qAsConst(all)) {
             const int section = column->itemID();
-            if (!is_there(section))
+            if (section >= count())
                 continue;
             if (column->isItemVisible())
                 showSectionLastStretchSafe(section); // which passes over what shows already
@@ -57,7 +54,7 @@ void TaviHeaderView::configureHeaders()
         }
         for (int place = 0; place < shown.size(); ++place) {
             const int section = shown.at(place)->itemID();
-            if (is_there(section))
+            if (section < count())
                 moveSection(visualIndex(section), place);
         }
     }

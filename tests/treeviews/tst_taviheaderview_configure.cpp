@@ -155,19 +155,6 @@ private Q_SLOTS:
         QVERIFY(!in);
     }
 
-    void theHeaderMayGoWhileItIsApplied()
-    {
-        auto in = std::make_unique<HeaderInView>(3);
-        in->show();
-        connect(in->header, &QHeaderView::sectionMoved, this, [&in] { in.reset(); });
-        configure(in->header, [](const OrderDialog &dialog) {
-            selectRows(dialog.right, {2});
-            dialog.press(dialog.window.move_up_button);
-            dialog.finish(QDialogButtonBox::Ok);
-        });
-        QVERIFY(!in);
-    }
-
     void theMenuLeadsHere()
     {
         HeaderInView in(3);
