@@ -20,7 +20,6 @@ private Q_SLOTS:
         QVERIFY(gallery.waitForFinished(30000));
         QCOMPARE(gallery.exitCode(), 0);
         QCOMPARE(gallery.readAllStandardError(), QByteArray());
-<<<<<<< HEAD
         const QDir pictures(folder.path() + "/pics");
         QCOMPARE(pictures.entryList(QDir::Files, QDir::Name),
                  QStringList({"colorscheme.png", "spectrobuddy.png", "taviconfigorder.png", "tavigridview.png",
@@ -31,14 +30,6 @@ private Q_SLOTS:
             // The documented picture is the one of today's widget: no other size.
             const QImage documented(QStringLiteral(DOCS_PICS "/") + name);
             QVERIFY2(documented.size() == picture.size(), qPrintable(name));
-=======
-        for (const QString &name : {QString("spectrobuddy"), QString("taviconfigorder")}) {
-            const QImage picture(folder.path() + "/pics/" + name + ".png");
-            QVERIFY2(picture.width() >= 300 && picture.height() >= 100, qPrintable(name));
-            // The documented picture is the one of today's widget: no other size.
-            const QImage documented(QStringLiteral(DOCS_PICS "/%1.png").arg(name));
-            QCOMPARE(documented.size(), picture.size());
->>>>>>> t4
         }
     }
 
