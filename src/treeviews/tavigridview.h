@@ -28,11 +28,18 @@ public:
     /// In pixels, without grid line. A view takes up a new size when it is painted next, and the number of columns
     /// that fit with TaviGridView::recalculateGrid() or when it is resized.
     /// @{
+
+    /// Sets both sides of a cell.
     void setCellSize(int width, int height);
+    /// Sets the width; the height stays.
     void setCellWidth(int width);
+    /// Sets the height; the width stays.
     void setCellHeight(int height);
+    /// The size, 25 by 25 at first.
     QSize cellSize() const;
+    /// The width of cellSize().
     int cellWidth() const;
+    /// The height of cellSize().
     int cellHeight() const;
     /// @}
 
@@ -106,22 +113,27 @@ class TAVIWIDGETS_EXPORT TaviGridSelectionModel : public QItemSelectionModel
 public:
     /// A selection model for @a model that is switched on.
     explicit TaviGridSelectionModel(QAbstractItemModel *model = nullptr);
+    /// The same, owned by @a parent.
     TaviGridSelectionModel(QAbstractItemModel *model, QObject *parent);
 
     /// Switches on or off. What is selected stays as it is.
     void setEnabled(bool on);
+    /// Whether it is switched on.
     bool isEnabled() const;
 
 public Q_SLOTS:
-    /// @name Each does what QItemSelectionModel does, or nothing while switched off
-    /// @{
+    /// Ends selection and current index, unless switched off.
     void clear() override;
+    /// Ends the selection, unless switched off.
     void clearSelection();
+    /// The same as clear() without a signal, unless switched off.
     void reset() override;
+    /// Selects as @a command says, unless switched off.
     void select(const QModelIndex &index, QItemSelectionModel::SelectionFlags command) override;
+    /// Selects as @a command says, unless switched off.
     void select(const QItemSelection &selection, QItemSelectionModel::SelectionFlags command) override;
+    /// Moves the current index and selects as @a command says, unless switched off.
     void setCurrentIndex(const QModelIndex &index, QItemSelectionModel::SelectionFlags command) override;
-    /// @}
 
 private:
     bool enabled = true;

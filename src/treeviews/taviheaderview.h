@@ -27,6 +27,7 @@ public:
     ColumnOrderItem(const ColumnOrderItem &other);
     ~ColumnOrderItem() override;
     using ConfigOrderItem::operator=;
+    /// As ConfigOrderItem assigns.
     ColumnOrderItem &operator=(const ColumnOrderItem &other);
 };
 
@@ -85,6 +86,7 @@ public:
 
     /// Whether a right click opens the menu; true at first.
     void setMenuEnabled(bool on);
+    /// Whether a right click opens the menu.
     bool isMenuEnabled() const;
 
     /// Turns the oldest settings into a state, and removes them from the store.
@@ -127,13 +129,14 @@ protected Q_SLOTS:
     void configureHeaders();
 
 protected:
-    /// @name Operation by keys
-    /// @{
+    /// Operates the header by keys, as the class tells.
     void keyPressEvent(QKeyEvent *event) override;
+    /// Marks the section that keys act on.
     void focusInEvent(QFocusEvent *event) override;
+    /// Takes the mark away.
     void focusOutEvent(QFocusEvent *event) override;
+    /// Paints a section, with the mark if it is the one that keys act on.
     void paintSection(QPainter *painter, const QRect &rect, int logicalIndex) const override;
-    /// @}
 
 private:
     int modelColumnCount() const;
@@ -146,9 +149,8 @@ private:
     void bringIntoSight(int section);
 
     bool menu_enabled = true;
-    int lowered_minimum = -1; ///< minimumSectionSize() where that was lowered for narrow sections; -1 otherwise.
-    int keyboard_section =
-        -1; ///< Logical index of the section that keys act on; keyboardSection() tells if it lives.
+    int lowered_minimum = -1;  ///< minimumSectionSize() where that was lowered for narrow sections; -1 otherwise.
+    int keyboard_section = -1; ///< The section that keys act on; keyboardSection() tells if it is still there.
 };
 
 #endif

@@ -72,14 +72,14 @@ protected:
     /// Draws the text of a cell between left and right margin.
     void drawDisplay(QPainter *painter, const QStyleOptionViewItem &option, const QRect &rect,
                      const QString &text) const override;
-    /// @name For subclasses to change; each draws as QItemDelegate does
-    /// @{
+    /// For subclasses to change; draws as QItemDelegate does.
     void drawDecoration(QPainter *painter, const QStyleOptionViewItem &option, const QRect &rect,
                         const QPixmap &pixmap) const override;
+    /// For subclasses to change; draws as QItemDelegate does.
     void drawFocus(QPainter *painter, const QStyleOptionViewItem &option, const QRect &rect) const override;
+    /// For subclasses to change; draws as QItemDelegate does.
     void drawCheck(QPainter *painter, const QStyleOptionViewItem &option, const QRect &rect,
                    Qt::CheckState state) const override;
-    /// @}
 
 private:
     QRect withoutSideMargins(const QRect &rect) const;
