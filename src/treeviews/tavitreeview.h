@@ -284,7 +284,9 @@ Q_SIGNALS:
     void doubleClicked();
 
 protected Q_SLOTS:
+    /// Lets the status line follow.
     void currentChanged(const QModelIndex &current, const QModelIndex &previous) override;
+    /// Takes up what is selected now, and lets the status line follow.
     void selectionChanged(const QItemSelection &selected, const QItemSelection &deselected) override;
     /// Applies a keyword. An empty one shows all rows and restores the expansion, any other opens the branches of
     /// visible rows.
@@ -295,18 +297,30 @@ protected Q_SLOTS:
     void toggleExpandAnyColumn(const QModelIndex &index);
 
 public:
+    /// Listens to @a model in place of the one before.
     void setSelectionModel(QItemSelectionModel *model) override;
+    /// Forgets what is selected, open and hidden; what a keyword hides is hidden again.
     void reset() override;
 
 protected:
+    /// Emits doubleClicked() after what the base class does.
     void mouseDoubleClickEvent(QMouseEvent *event) override;
+    /// Searches as one types, opens and closes rows and the search window; see the class description.
     void keyPressEvent(QKeyEvent *event) override;
+    /// Emits contextMenuRequested(). Selecting by a right click has happened by then.
     void contextMenuEvent(QContextMenuEvent *event) override;
+    /// Takes the drags that the DNDFlag values allow, as a move where they say so.
+    /// A drag that is not allowed is accepted here, so that no widget behind is asked, and ignored from then on.
     void dragEnterEvent(QDragEnterEvent *event) override;
+    /// As dragEnterEvent(); ignores a drag that is not allowed.
     void dragMoveEvent(QDragMoveEvent *event) override;
+    /// As the base class.
     void dragLeaveEvent(QDragLeaveEvent *event) override;
+    /// As dragMoveEvent(): of a drag that is not allowed nothing is dropped.
     void dropEvent(QDropEvent *event) override;
+    /// Looks through the new rows with the present keyword.
     void rowsInserted(const QModelIndex &parent, int start, int end) override;
+    /// invalidIndexSelectionCommand() for an invalid index; nothing for a context menu on a selected row.
     QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex &index,
                                                          const QEvent *event = nullptr) const override;
 

@@ -35,7 +35,9 @@ Q_SIGNALS:
     void closing();
 
 protected:
+    /// Empties the line edit and emits closing().
     void closeEvent(QCloseEvent *event) override;
+    /// Closes on Escape without modifiers.
     void keyPressEvent(QKeyEvent *event) override;
 
 private:
