@@ -110,23 +110,39 @@ public:
 
     /// @name As the base class
     /// @{
+    /// Takes @a source, not owned, and looks through its rows. Null leaves the proxy empty.
     void setSourceModel(QAbstractItemModel *source) override;
+    /// The index of the source behind @a proxy_index; invalid for an invalid one.
     QModelIndex mapToSource(const QModelIndex &proxy_index) const override;
+    /// The index of this model before @a source_index; invalid for an invalid one and for a row that is filtered out.
     QModelIndex mapFromSource(const QModelIndex &source_index) const override;
+    /// The index of a cell below @a parent; invalid out of range.
     QModelIndex index(int row, int column, const QModelIndex &parent = QModelIndex()) const override;
+    /// The index of the row that holds @a child, in column 0.
     QModelIndex parent(const QModelIndex &child) const override;
     using QObject::parent;
+    /// The cell in @a row and @a column beside @a index.
     QModelIndex sibling(int row, int column, const QModelIndex &index) const override;
+    /// Rows below @a parent, rows hidden in the view included.
     int rowCount(const QModelIndex &parent = QModelIndex()) const override;
+    /// Columns of the rows below @a parent.
     int columnCount(const QModelIndex &parent = QModelIndex()) const override;
+    /// Whether there are rows below @a parent.
     bool hasChildren(const QModelIndex &parent = QModelIndex()) const override;
+    /// The source's header, of the section's own column.
     QVariant headerData(int section, Qt::Orientation orientation, int role = Qt::DisplayRole) const override;
+    /// Sets the source's header; false if that refuses.
     bool setHeaderData(int section, Qt::Orientation orientation, const QVariant &value,
                        int role = Qt::EditRole) override;
+    /// Asks the source for new rows; false if that refuses.
     bool insertRows(int row, int count, const QModelIndex &parent = QModelIndex()) override;
+    /// Asks the source for new columns; false if that refuses.
     bool insertColumns(int column, int count, const QModelIndex &parent = QModelIndex()) override;
+    /// Asks the source to remove rows; false if that refuses.
     bool removeRows(int row, int count, const QModelIndex &parent = QModelIndex()) override;
+    /// Asks the source to remove columns; false if that refuses.
     bool removeColumns(int column, int count, const QModelIndex &parent = QModelIndex()) override;
+    /// Sorts by @a column with lessThan(); -1 brings back the order of the source.
     void sort(int column, Qt::SortOrder order = Qt::AscendingOrder) override;
     /// @}
 

@@ -138,8 +138,8 @@ void TaviTreeView::restoreSelections(int column, int role, QList<QVariant> &list
     Q_UNUSED(column)
     const QPointer<TaviTreeView> self(this);
     const QList<QVariant> values = list; // a slot may change the list
-    // The two steps of QItemSelectionModel::clear(): between them a slot may destroy the view, and the selection model
-    // with it.
+    // The two steps of QItemSelectionModel::clear(): between them a slot may destroy the view, and the selection
+    // model with it.
     selectionModel()->clearSelection();
     if (self)
         selectionModel()->clearCurrentIndex();
