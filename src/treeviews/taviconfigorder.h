@@ -115,6 +115,7 @@ protected:
     /// A double click on one does nothing, and no drag begins there: both would mean the rows that are selected
     /// elsewhere.
     /// @{
+
     /// Remembers whether a drag may begin here.
     void mousePressEvent(QMouseEvent *event) override;
     /// Passes on those on rows that can be picked.

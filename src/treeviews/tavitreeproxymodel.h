@@ -110,6 +110,7 @@ public:
 
     /// @name As the base class
     /// @{
+
     /// Takes @a source, not owned, and looks through its rows. Null leaves the proxy empty.
     void setSourceModel(QAbstractItemModel *source) override;
     /// The index of the source behind @a proxy_index; invalid for an invalid one.
