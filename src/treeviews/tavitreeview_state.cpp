@@ -137,7 +137,7 @@ void TaviTreeView::restoreSelections(int column, int role, QList<QVariant> &list
 {
     Q_UNUSED(column)
     const QPointer<TaviTreeView> self(this);
-    const QList<QVariant> values = list; // a slot may change the list
+    const QVector<QVariant> values = list.toVector(); // a slot may change the list
     // The two steps of QItemSelectionModel::clear(): between them a slot may destroy the view, and the selection
     // model with it.
     selectionModel()->clearSelection();
