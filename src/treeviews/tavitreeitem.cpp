@@ -5,10 +5,11 @@
 #include "treeviews/tavitreeitem_p.h"
 #include "treeviews/tavitreeitemregistry_p.h"
 
-#include <QMetaMethod>
+#include <QMetaObject>
 #include <QSet>
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -20,16 +21,6 @@ void noteTextWrite(int id)
 {
     text_writes.ids[text_writes.count % TaviTreeItemAccess::TextWrites::kept] = id;
     ++text_writes.count;
-}
-
-/// The translation of "Untitled", shared by all items as long as it stays the same.
-QString untitled()
-{
-    static QString last;
-    const QString now = TaviTreeItem::tr("Untitled", "start of the generated name of a new row");
-    if (now != last)
-        last = now;
-    return last;
 }
 
 bool before(int column, int role, int other_column, int other_role)
@@ -46,10 +37,10 @@ TaviTreeItemSignalMapper::TaviTreeItemSignalMapper(QObject *parent) : QSignalMap
 
 void TaviTreeItemSignalMapper::emitMapped(int id)
 {
-    // The signal is called by name, because the header hides it as outdated; its successor is another signal.
-    static const QMetaMethod signal =
-        QSignalMapper::staticMetaObject.method(QSignalMapper::staticMetaObject.indexOfSignal("mapped(int)"));
-    signal.invoke(this, Qt::DirectConnection, Q_ARG(int, id));
+    // By its number in the meta object, because the header hides the signal as outdated; its successor is another one.
+    static const int signal = QSignalMapper::staticMetaObject.indexOfSignal("mapped(int)");
+    void *arguments[] = {nullptr, &id};
+    QMetaObject::metacall(this, QMetaObject::InvokeMetaMethod, signal, arguments);
 }
 
 int TaviTreeItem::id_ticket = 0;
@@ -57,7 +48,7 @@ TaviTreeItemSignalMapper TaviTreeItem::data_changed_mapper;
 
 TaviTreeItem::TaviTreeItem(TaviTreeItem *parent)
     : id_(++id_ticket), item_flags(Qt::ItemIsEnabled | Qt::ItemIsSelectable), parent_item(parent),
-      new_name_base(untitled()), list_count(0), overrides_below(0)
+      list_count(0), overrides_below(0), own_name_base(0)
 {
     mapConnections();
 }
@@ -65,6 +56,14 @@ TaviTreeItem::TaviTreeItem(TaviTreeItem *parent)
 TaviTreeItem::TaviTreeItem(const QList<QVariant> &display_data, TaviTreeItem *parent) : TaviTreeItem(parent)
 {
     setDisplayData(display_data);
+}
+
+TaviTreeItem::TaviTreeItem(QList<QVariant> &&display_data, TaviTreeItem *parent) : TaviTreeItem(parent)
+{
+    column_data.reserve(static_cast<std::size_t>(display_data.size()));
+    for (int column = 0; column < display_data.size(); ++column)
+        column_data.push_back(Value{column, Qt::DisplayRole, std::move(display_data[column])});
+    column_count = display_data.size();
 }
 
 TaviTreeItem::~TaviTreeItem()
@@ -322,16 +321,18 @@ QBrush TaviTreeItem::foreground(int column) const
 void TaviTreeItem::setNewNameBase(const QString &name)
 {
     new_name_base = name;
+    own_name_base = 1;
 }
 
 QString TaviTreeItem::newNameBase() const
 {
-    return new_name_base;
+    // Translated when asked for: to look it up for each item that is made costs a tenth of making it.
+    return own_name_base ? new_name_base : tr("Untitled", "start of the generated name of a new row");
 }
 
 QString TaviTreeItem::getUniqueNewName(int column, int field_width, const QChar &fill) const
 {
-    return getUniqueName(column, new_name_base, field_width, fill);
+    return getUniqueName(column, newNameBase(), field_width, fill);
 }
 
 bool TaviTreeItem::isNameTakenBySibling(int column, const QString &name) const

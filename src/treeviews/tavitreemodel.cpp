@@ -30,6 +30,11 @@ bool TaviTreeModelAccess::overridesStructure(const TaviTreeModel *model)
            || hasChildrenIsOverridden(model);
 }
 
+bool TaviTreeModelAccess::isPlain(const TaviTreeModel *model)
+{
+    return !dataIsOverridden(model) && !overridesStructure(model);
+}
+
 TaviModelIndexComparer::TaviModelIndexComparer(QObject *parent) : QObject(parent) {}
 
 const char *const TaviTreeModel::PROP_MODEL_ID = "TaviTreeModel::model_id";
@@ -177,19 +182,22 @@ TaviTreeItem *TaviTreeModel::itemFromId(int id) const
 
 QModelIndex TaviTreeModel::indexInTree(TaviTreeItem *item) const
 {
-    const TaviTreeItem *top = item;
-    while (top != root_item && top->parentTreeItem())
-        top = top->parentTreeItem();
-    if (top != root_item || item == root_item)
+    if (item == root_item)
         return {};
     // In the tree, but a row that its parent does not show, or one below such a row, has no index.
-    for (const TaviTreeItem *step = item; step != root_item; step = step->parentTreeItem()) {
-        const TaviTreeItem *const parent_item = step->parentTreeItem();
+    const TaviTreeItem *step = item;
+    int row_of_item = -1;
+    while (const TaviTreeItem *const parent_item = step->parentTreeItem()) {
         const int row = step->row();
         if (row < 0 || row >= parent_item->childCount() || parent_item->columnCount() == 0)
             return {};
+        if (step == item)
+            row_of_item = row;
+        step = parent_item;
+        if (step == root_item)
+            return createIndex(row_of_item, 0, item);
     }
-    return createIndex(item->row(), 0, item);
+    return {};
 }
 
 QModelIndex TaviTreeModel::indexFromId(int id) const

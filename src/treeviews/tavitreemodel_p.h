@@ -24,6 +24,8 @@ public:
     static bool overridesData(const TaviTreeModel *model);
     /// Whether the class of the model has its own index(), rowCount(), columnCount() or hasChildren().
     static bool overridesStructure(const TaviTreeModel *model);
+    /// Whether the model's own code answers for data and structure: then the items tell all that it would.
+    static bool isPlain(const TaviTreeModel *model);
 };
 
 #endif

@@ -130,6 +130,8 @@ public:
     int columnCount(const QModelIndex &parent = QModelIndex()) const override;
     /// Whether there are rows below @a parent.
     bool hasChildren(const QModelIndex &parent = QModelIndex()) const override;
+    /// The source's flags; for an invalid index whether something can be dropped beside the rows.
+    Qt::ItemFlags flags(const QModelIndex &index) const override;
     /// The source's header, of the section's own column.
     QVariant headerData(int section, Qt::Orientation orientation, int role = Qt::DisplayRole) const override;
     /// Sets the source's header; false if that refuses.

@@ -238,8 +238,10 @@ bool TaviTreeProxyModel::filterRow(int row, const QModelIndex &parent)
 
 void TaviTreeProxyModel::showAll()
 {
+    if (!hidden_unknown)
+        return;
     QTreeView *const view = hidingView();
-    if (!view || !hidden_unknown)
+    if (!view)
         return;
     // A hidden row is an index that the view keeps; so the kept ones are all that need be looked at.
     const QModelIndexList kept = persistentIndexList();
@@ -256,6 +258,11 @@ void TaviTreeProxyModel::lookThroughChanged(const QModelIndex &parent, int first
     if (filtering_now)
         return;
     filtering_now = true;
+    if (rows == Rows::Straight && filter_string.isEmpty() && !all_due) {
+        showAll();
+        endRun();
+        return;
+    }
     const auto *const source = qobject_cast<const TaviTreeModel *>(sourceModel());
     if (!runsShort()) {
         if (QTreeView *const view = hidingView())
@@ -329,7 +336,8 @@ void TaviTreeProxyModel::lookAtRows(const QModelIndex &parent, int first, int la
 
 void TaviTreeProxyModel::afterDataChange(const QModelIndex &top_left, const QModelIndex &bottom_right)
 {
-    lookThroughChanged(top_left.parent(), top_left.row(), bottom_right.row(), false);
+    const bool any_row = filter_string.isEmpty() && !all_due; // then nobody asks which
+    lookThroughChanged(any_row ? QModelIndex() : top_left.parent(), top_left.row(), bottom_right.row(), false);
 }
 
 void TaviTreeProxyModel::afterRowsRemoved(const QModelIndex &parent)

@@ -271,16 +271,42 @@ QModelIndex TaviTreeProxyModel::mapFromSource(const QModelIndex &source_index) c
 
 QModelIndex TaviTreeProxyModel::index(int row, int column, const QModelIndex &parent) const
 {
-    if (rows == Rows::Straight)
-        return !straight_source ? QModelIndex() : straight(straight_source->index(row, column, mapToSource(parent)));
-    return QSortFilterProxyModel::index(row, column, parent);
+    if (rows != Rows::Straight)
+        return QSortFilterProxyModel::index(row, column, parent);
+    if (!straight_source)
+        return {};
+    // Views ask this of each row that they lay out.
+    if (TaviTreeModelAccess::isPlain(straight_source) && (!parent.isValid() || parent.model() == this)) {
+        const auto *const parent_item = parent.isValid() ? static_cast<const TaviTreeItem *>(parent.internalPointer())
+                                                         : TaviTreeModelAccess::root(straight_source);
+        if (!parent.isValid() || !TaviTreeItemAccess::overridesData(parent_item)) {
+            if (row < 0 || column < 0 || parent.column() > 0 || row >= parent_item->childCount()
+                || column >= parent_item->columnCount())
+                return {};
+            TaviTreeItem *const item = parent_item->child(row);
+            return item ? createIndex(row, column, item) : QModelIndex();
+        }
+    }
+    return straight(straight_source->index(row, column, mapToSource(parent)));
 }
 
 QModelIndex TaviTreeProxyModel::parent(const QModelIndex &child) const
 {
-    if (rows == Rows::Straight)
-        return !straight_source ? QModelIndex() : straight(straight_source->parent(mapToSource(child)));
-    return QSortFilterProxyModel::parent(child);
+    if (rows != Rows::Straight)
+        return QSortFilterProxyModel::parent(child);
+    if (!straight_source)
+        return {};
+    // Views ask this of each row that changes.
+    if (child.isValid() && child.model() == this && TaviTreeModelAccess::isPlain(straight_source)) {
+        const auto *const item = static_cast<const TaviTreeItem *>(child.internalPointer());
+        if (!TaviTreeItemAccess::overridesData(item)) {
+            TaviTreeItem *const parent_item = item->parentTreeItem();
+            return parent_item && parent_item != TaviTreeModelAccess::root(straight_source)
+                       ? createIndex(parent_item->row(), 0, parent_item)
+                       : QModelIndex();
+        }
+    }
+    return straight(straight_source->parent(mapToSource(child)));
 }
 
 QModelIndex TaviTreeProxyModel::sibling(int row, int column, const QModelIndex &index) const
@@ -321,13 +347,20 @@ bool TaviTreeProxyModel::hasChildren(const QModelIndex &parent) const
     if (!straight_source)
         return false;
     // Views ask this of each row that they lay out.
-    if (parent.isValid() && parent.model() == this && !TaviTreeModelAccess::overridesData(straight_source)
-        && !TaviTreeModelAccess::overridesStructure(straight_source)) {
+    if (parent.isValid() && parent.model() == this && TaviTreeModelAccess::isPlain(straight_source)) {
         const auto *const item = static_cast<const TaviTreeItem *>(parent.internalPointer());
         if (!TaviTreeItemAccess::overridesData(item))
             return parent.column() == 0 && item->childCount() > 0 && item->columnCount() > 0;
     }
     return straight_source->hasChildren(mapToSource(parent));
+}
+
+Qt::ItemFlags TaviTreeProxyModel::flags(const QModelIndex &index) const
+{
+    // Views ask this of each row that they lay out, and the base class goes through the source's index.
+    if (rows == Rows::Straight && straight_source && index.isValid() && index.model() == this)
+        return straight_source->flags(mapToSource(index));
+    return QSortFilterProxyModel::flags(index);
 }
 
 QVariant TaviTreeProxyModel::headerData(int section, Qt::Orientation orientation, int role) const

@@ -714,15 +714,19 @@ void TestTaviTreeItem::newNameBase()
 
 void TestTaviTreeItem::newNameBaseIsTranslated()
 {
-    const TaviTreeItem before;
+    TaviTreeItem root;
+    const TaviTreeItem *const before = addItem(&root, "x");
+    TaviTreeItem named;
+    named.setNewNameBase(QString());
     OneTranslation translation;
     QVERIFY(QCoreApplication::installTranslator(&translation));
     const TaviTreeItem item;
     QCOMPARE(item.newNameBase(), QStringLiteral("Ohne Titel"));
-    QCOMPARE(before.newNameBase(), QStringLiteral("Untitled"));
+    QCOMPARE(before->newNameBase(), QStringLiteral("Ohne Titel"));
+    QCOMPARE(before->getUniqueNewName(0, 0, u' '), QStringLiteral("Ohne Titel"));
+    QVERIFY(named.newNameBase().isEmpty()); // what was set stays, an empty text too
     QCoreApplication::removeTranslator(&translation);
-    QCOMPARE(item.newNameBase(), QStringLiteral("Ohne Titel"));
-    QCOMPARE(TaviTreeItem().newNameBase(), QStringLiteral("Untitled"));
+    QCOMPARE(item.newNameBase(), QStringLiteral("Untitled"));
 }
 
 void TestTaviTreeItem::changesReachSubscribers()
