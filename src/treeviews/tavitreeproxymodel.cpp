@@ -5,12 +5,14 @@
 #include "treeviews/tavitreeitem_p.h"
 #include "treeviews/tavitreemodel.h"
 #include "treeviews/tavitreemodel_p.h"
+#include "treeviews/tavitreeview.h"
 
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QKeySequence>
 #include <QLineEdit>
 #include <QPalette>
+#include <QPointer>
 #include <QTreeView>
 
 TaviTreeProxyModel::TaviTreeProxyModel(QObject *parent) : QSortFilterProxyModel(parent)
@@ -55,8 +57,7 @@ QTreeView *TaviTreeProxyModel::hidingView() const
 
 TaviTreeView *TaviTreeProxyModel::treeView() const
 {
-    QTreeView *const view = hidingView();
-    return view && view->inherits("TaviTreeView") ? static_cast<TaviTreeView *>(static_cast<void *>(view)) : nullptr;
+    return qobject_cast<TaviTreeView *>(QObject::parent());
 }
 
 void TaviTreeProxyModel::setInverted(bool now)
@@ -166,6 +167,8 @@ void TaviTreeProxyModel::addFilterLineEdit(QLineEdit *line_edit)
     if (!line_edit)
         return;
     line_edit->installEventFilter(this);
+    if (!filter_line_edits.contains(line_edit)) // the next line edit may get its address
+        connect(line_edit, &QObject::destroyed, this, [this, line_edit] { filter_line_edits.remove(line_edit); });
     filter_line_edits.insert(line_edit, false);
     line_edit->setToolTip(tr("Press %1 to invert filter result.")
                               .arg(QKeySequence(QStringLiteral("Ctrl+Shift+I")).toString(QKeySequence::NativeText)));
@@ -199,8 +202,10 @@ bool TaviTreeProxyModel::eventFilter(QObject *watched, QEvent *event)
         bool &flag = filter_line_edits[line_edit];
         flag = !flag;
         const bool now = flag;
-        setInverted(now);
-        setFilterLineEditLook(line_edit, now);
+        const QPointer<QLineEdit> kept(line_edit);
+        setInverted(now); // who hears of the run may delete the line edit, or the proxy
+        if (kept)
+            setFilterLineEditLook(line_edit, now);
     }
     return is_key;
 }
