@@ -210,7 +210,6 @@ QList<TaviTreeItem *> TaviTreeItem::takeChildren(const QList<TaviTreeItem *> &it
     wanted.reserve(items.size());
     for (const TaviTreeItem *item : items)
         wanted.insert(item);
-    wanted.remove(nullptr);
     QSet<const TaviTreeItem *> found;
     found.reserve(wanted.size());
     const auto is_wanted = [&](TaviTreeItem *child) {

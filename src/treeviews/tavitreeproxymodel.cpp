@@ -15,6 +15,9 @@
 #include <QPointer>
 #include <QTreeView>
 
+#include <typeinfo>
+#include <vector>
+
 TaviTreeProxyModel::TaviTreeProxyModel(QObject *parent) : QSortFilterProxyModel(parent)
 {
     connect(this, &QAbstractProxyModel::sourceModelChanged, this, &TaviTreeProxyModel::takeUpSource);
@@ -110,6 +113,44 @@ bool TaviTreeProxyModel::filterAcceptsRow(int source_row, const QModelIndex &sou
     const QRegExp expression = filterRegExp();
     if (expression.pattern().isEmpty())
         return true;
+    if (passesExpression(expression, source_row, source_parent))
+        return true;
+    const QAbstractItemModel *const source = sourceModel();
+    const QModelIndex this_row = source->index(source_row, 0, source_parent);
+    if (!this_row.isValid()) // below an item without columns; an invalid index would be the top level again
+        return false;
+    if (typeid(*this) != typeid(TaviTreeProxyModel)) {
+        for (int child = 0; child < source->rowCount(this_row); ++child) {
+            if (filterAcceptsRow(child, this_row))
+                return true;
+        }
+        return false;
+    }
+    // The same without asking ourselves anew for each row: a tree may be deeper than the stack.
+    struct Level {
+        QModelIndex parent;
+        int row = 0;
+    };
+    std::vector<Level> levels{Level{this_row}};
+    while (!levels.empty()) {
+        Level &level = levels.back();
+        if (level.row >= source->rowCount(level.parent)) {
+            levels.pop_back();
+            continue;
+        }
+        const int row = level.row++;
+        if (passesExpression(expression, row, level.parent))
+            return true;
+        const QModelIndex below = source->index(row, 0, level.parent);
+        if (below.isValid())
+            levels.push_back(Level{below});
+    }
+    return false;
+}
+
+bool TaviTreeProxyModel::passesExpression(const QRegExp &expression, int source_row,
+                                          const QModelIndex &source_parent) const
+{
     const QTreeView *const view = hidingView();
     const QAbstractItemModel *const source = sourceModel();
     bool hit = false;
@@ -119,14 +160,7 @@ bool TaviTreeProxyModel::filterAcceptsRow(int source_row, const QModelIndex &sou
         hit = source->index(source_row, column, source_parent).data(Qt::DisplayRole).toString().indexOf(expression)
               >= 0;
     }
-    if (hit != inverted)
-        return true;
-    const QModelIndex this_row = source->index(source_row, 0, source_parent);
-    for (int child = 0; child < source->rowCount(this_row); ++child) {
-        if (filterAcceptsRow(child, this_row))
-            return true;
-    }
-    return false;
+    return hit != inverted;
 }
 
 bool TaviTreeProxyModel::filterAcceptsColumn(int source_column, const QModelIndex &source_parent) const

@@ -515,6 +515,8 @@ void TestTaviTreeModel::aModelsOwnRowsHold()
     QCOMPARE(model.indexFromItem(a), model.index(0, 0));
     QVERIFY(!model.indexFromItem(b).isValid());
     QVERIFY(!model.index(1, 0).isValid());
+    QCOMPARE(model.itemAt(0), a);
+    QCOMPARE(model.itemAt(1), nullptr);
 }
 
 void TestTaviTreeModel::aPlainTreeIsNotWalked()

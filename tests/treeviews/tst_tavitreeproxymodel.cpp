@@ -69,6 +69,7 @@ private Q_SLOTS:
     void expressionInverted();
     void expressionKeepsParentsOfHits();
     void expressionSkipsHiddenColumns();
+    void expressionFindsNothingBelowBareParents();
     void expressionKeepsIndexesThatStay();
     void headerGoesThrough();
     void writingGoesThrough();
@@ -429,6 +430,26 @@ void TestTaviTreeProxyModel::expressionSkipsHiddenColumns()
     proxy->setFilterFixedString(QStringLiteral("3 "));
     proxy->setFilterFixedString(QStringLiteral("3"));
     QCOMPARE(view->shown(), QStringLiteral("A"));
+}
+
+void TestTaviTreeProxyModel::expressionFindsNothingBelowBareParents()
+{
+    // The columns of children are those of their parent.
+    auto *const bare = new TaviTreeItem(nullptr);
+    model->appendItem(bare);
+    bare->appendChild(newItem("A"));
+    const QModelIndex of_bare = model->index(3, 0);
+    for (const bool derived : {false, true}) {
+        Comparing other;
+        TaviTreeProxyModel &asked = derived ? other : *proxy;
+        asked.setSourceModel(model.get());
+        asked.setFilterFixedString(QStringLiteral("A"));
+        QCOMPARE(asked.rowCount(), 1);
+        asked.setInverted(true);
+        asked.setFilterFixedString(QStringLiteral("A")); // to look again
+        QCOMPARE(asked.rowCount(), 3);
+        QCOMPARE(asked.rowCount(asked.mapFromSource(of_bare)), 1);
+    }
 }
 
 void TestTaviTreeProxyModel::expressionKeepsIndexesThatStay()
