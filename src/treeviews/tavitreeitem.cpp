@@ -178,7 +178,7 @@ bool TaviTreeItem::setData(int column, const QVariant &value, int role)
 
 int TaviTreeItem::getUserDataRole(unsigned int index)
 {
-    return static_cast<int>(index) + FirstUserDataRole;
+    return static_cast<int>(index + FirstUserDataRole);
 }
 
 bool TaviTreeItem::setUserData(int column, const QVariant &value, unsigned int index)

@@ -244,6 +244,7 @@ private:
     void listed(TaviTreeItem *child, int row);
     void insertChildren(int row, const QList<TaviTreeItem *> &items);
     TaviTreeItem *takeRow(int row);
+    void removeFromBelow();
     QList<TaviTreeItem *> takeChildren(const QList<TaviTreeItem *> &items);
 
     static int id_ticket;

@@ -65,23 +65,37 @@ bool TaviTreeItem::setAllCheckState(int column, Qt::CheckState state)
 {
     if (!isCheckable(column))
         return false;
-    // The children of this moment, by number: a slot may delete any of them on the way.
-    std::vector<int> present;
-    present.reserve(static_cast<std::size_t>(children_.size()));
-    for (const TaviTreeItem *item : qAsConst(children_)) {
-        if (item)
-            present.push_back(item->id_);
-    }
+    // A tree may be deeper than the stack, so that the levels stand in a list. The children of each are those of the
+    // moment it was reached, by number: a slot may delete any of them on the way.
+    struct Level {
+        std::vector<int> present;
+        std::size_t next = 0;
+    };
+    const auto level_below = [](const TaviTreeItem *parent) {
+        Level level;
+        level.present.reserve(static_cast<std::size_t>(parent->children_.size()));
+        for (const TaviTreeItem *item : qAsConst(parent->children_)) {
+            if (item)
+                level.present.push_back(item->id_);
+        }
+        return level;
+    };
     bool changed = false;
-    for (const int child_id : present) {
-        TaviTreeItem *item = TaviTreeItemAccess::itemById(child_id);
+    std::vector<Level> levels{level_below(this)};
+    while (!levels.empty()) {
+        Level &level = levels.back();
+        if (level.next == level.present.size()) {
+            levels.pop_back();
+            continue;
+        }
+        TaviTreeItem *const item = TaviTreeItemAccess::itemById(level.present[level.next++]);
         if (!item || !item->isCheckable(column))
             continue;
         const Life life(item);
         if (state != Qt::PartiallyChecked)
             changed = item->storeCheckState(column, state) || changed;
-        if (!life.isOver() && item->childCount() > 0)
-            changed = item->setAllCheckState(column, state) || changed;
+        if (!life.isOver() && item->childCount() > 0 && item->isCheckable(column))
+            levels.push_back(level_below(item));
     }
     return changed;
 }
@@ -109,21 +123,23 @@ bool TaviTreeItem::isPartiallyChecked(int column) const
 
 bool TaviTreeItem::updateCheckStateFromChildren(int column)
 {
-    if (childCount() < 1)
-        return false;
-    Qt::CheckState state;
-    if (isPartiallyChecked(column))
-        state = Qt::PartiallyChecked;
-    else if (isAllCheckState(column, Qt::Checked))
-        state = Qt::Checked;
-    else if (isAllCheckState(column, Qt::Unchecked))
-        state = Qt::Unchecked;
-    else // Unchecked and partial ones alone: neither of the three, and the parent keeps what it has.
-        return false;
-    const Life life(this);
-    if (!storeCheckState(column, state))
-        return false;
-    if (!life.isOver() && parent_item)
-        parent_item->updateCheckStateFromChildren(column);
-    return true;
+    bool changed = false;
+    TaviTreeItem *item = this;
+    while (item && item->childCount() > 0) {
+        Qt::CheckState state;
+        if (item->isPartiallyChecked(column))
+            state = Qt::PartiallyChecked;
+        else if (item->isAllCheckState(column, Qt::Checked))
+            state = Qt::Checked;
+        else if (item->isAllCheckState(column, Qt::Unchecked))
+            state = Qt::Unchecked;
+        else // Unchecked and partial ones alone: neither of the three, and the parent keeps what it has.
+            break;
+        const Life life(item);
+        if (!item->storeCheckState(column, state))
+            break;
+        changed = true;
+        item = life.isOver() ? nullptr : item->parent_item;
+    }
+    return changed;
 }

@@ -6,6 +6,16 @@
 #include <QSet>
 
 #include <algorithm>
+#include <vector>
+
+namespace {
+
+// Destructors call each other down the tree. What lies deeper than this goes from its leaves up instead: a tree may
+// be deeper than the stack.
+constexpr int most_nested_destructions = 200;
+int nested_destructions = 0;
+
+} // namespace
 
 int TaviTreeItem::childCount() const
 {
@@ -156,9 +166,35 @@ void TaviTreeItem::removeChild(TaviTreeItem *child)
 
 void TaviTreeItem::removeAllChildren()
 {
+    ++nested_destructions;
+    if (nested_destructions > most_nested_destructions)
+        removeFromBelow();
     // One by one: the destructor of an application's item may take out others.
     while (!children_.isEmpty())
         delete takeRow(0);
+    --nested_destructions;
+}
+
+void TaviTreeItem::removeFromBelow()
+{
+    std::vector<int> path; // by number: any of them may be deleted by another one's destructor
+    for (;;) {
+        TaviTreeItem *const above = path.empty() ? this : TaviTreeItemAccess::itemById(path.back());
+        if (above && !above->children_.isEmpty()) {
+            const TaviTreeItem *const first = above->children_.first();
+            if (first && !first->children_.isEmpty())
+                path.push_back(first->id_);
+            else
+                delete above->takeRow(0);
+            continue;
+        }
+        if (path.empty())
+            return;
+        path.pop_back();
+        TaviTreeItem *const parent = path.empty() ? this : TaviTreeItemAccess::itemById(path.back());
+        if (above && parent)
+            parent->removeChild(above);
+    }
 }
 
 QList<TaviTreeItem *> TaviTreeItem::takeChildren(const QList<TaviTreeItem *> &items)
@@ -174,7 +210,6 @@ QList<TaviTreeItem *> TaviTreeItem::takeChildren(const QList<TaviTreeItem *> &it
     wanted.reserve(items.size());
     for (const TaviTreeItem *item : items)
         wanted.insert(item);
-    wanted.remove(nullptr);
     QSet<const TaviTreeItem *> found;
     found.reserve(wanted.size());
     const auto is_wanted = [&](TaviTreeItem *child) {
@@ -207,14 +242,38 @@ void TaviTreeItem::flattenHierarchy(TaviTreeItem *root)
 {
     if (!root)
         root = this;
-    const QList<TaviTreeItem *> present = children_;
-    for (TaviTreeItem *item : present) {
+    struct Level {
+        bool stays; // its items are children of the root already
+        QList<TaviTreeItem *> items;
+        int next = 0;
+    };
+    const auto level_below = [root](TaviTreeItem *parent) {
+        const QList<TaviTreeItem *> items = parent->children_;
+        if (parent != root) {
+            parent->children_.clear();
+            for (TaviTreeItem *item : items) {
+                if (!item) {
+                    parent->children_.append(nullptr);
+                    continue;
+                }
+                item->parent_item = nullptr;
+                --item->list_count;
+            }
+        }
+        return Level{parent == root, items};
+    };
+    std::vector<Level> levels{level_below(this)};
+    while (!levels.empty()) {
+        Level &level = levels.back();
+        if (level.next == level.items.size()) {
+            levels.pop_back();
+            continue;
+        }
+        TaviTreeItem *const item = level.items.at(level.next++);
         if (!item)
             continue;
-        if (root != this) {
-            takeChild(item);
+        if (!level.stays)
             root->appendChild(item);
-        }
-        item->flattenHierarchy(root);
+        levels.push_back(level_below(item));
     }
 }

@@ -6,7 +6,10 @@
 #include "treeviews/tavitreeitem_p.h"
 #include "treeviews/tavitreemodel_p.h"
 
+#include <QDataStream>
 #include <QMimeData>
+
+#include <iterator>
 
 namespace {
 
@@ -150,10 +153,30 @@ bool TaviTreeModel::setData(const QModelIndex &index, const QVariant &value, int
     if (!index.isValid() || data(index, role) == value)
         return false;
     TaviTreeItem *const item = itemOf(index);
-    if (!item || !item->setData(index.column(), value, role))
+    if (!item)
         return false;
-    Q_EMIT dataChanged(index, index);
+    // A change of a check state is told on its way, and whoever hears of it may move or delete the row.
+    const int id = item->id();
+    const QPersistentModelIndex kept(index);
+    if (!item->setData(index.column(), value, role))
+        return false;
+    const QModelIndex now = kept.isValid() ? QModelIndex(kept) : indexFromId(id).siblingAtColumn(index.column());
+    if (now.isValid())
+        Q_EMIT dataChanged(now, now);
     return true;
+}
+
+QMap<int, QVariant> TaviTreeModel::itemData(const QModelIndex &index) const
+{
+    const auto is_writable = [](const QVariant &value) {
+        QByteArray bytes;
+        QDataStream stream(&bytes, QIODevice::WriteOnly);
+        return QMetaType::save(stream, value.userType(), value.constData());
+    };
+    QMap<int, QVariant> values = QAbstractItemModel::itemData(index);
+    for (auto value = values.begin(); value != values.end();)
+        value = is_writable(*value) ? std::next(value) : values.erase(value);
+    return values;
 }
 
 QVariant TaviTreeModel::headerData(int section, Qt::Orientation orientation, int role) const

@@ -6,6 +6,7 @@
 
 #include <QAbstractItemModel>
 #include <QList>
+#include <QMap>
 #include <QVariant>
 
 class QMimeData;
@@ -77,6 +78,9 @@ public:
     /// TaviTreeItem::setData() of the item, followed by dataChanged() if that took the value. A value equal to the
     /// present one is no change: false.
     bool setData(const QModelIndex &index, const QVariant &value, int role = Qt::EditRole) override;
+    /// The values of the roles below 256 that can be written to a stream, as a drag does. Addresses cannot, nor can
+    /// values of a type without stream operators.
+    QMap<int, QVariant> itemData(const QModelIndex &index) const override;
     /// The root's value for a horizontal section.
     QVariant headerData(int section, Qt::Orientation orientation, int role = Qt::DisplayRole) const override;
     using QAbstractItemModel::setHeaderData;

@@ -5,13 +5,18 @@
 #include "treeviews/tavitreeitem_p.h"
 #include "treeviews/tavitreemodel.h"
 #include "treeviews/tavitreemodel_p.h"
+#include "treeviews/tavitreeview.h"
 
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QKeySequence>
 #include <QLineEdit>
 #include <QPalette>
+#include <QPointer>
 #include <QTreeView>
+
+#include <typeinfo>
+#include <vector>
 
 TaviTreeProxyModel::TaviTreeProxyModel(QObject *parent) : QSortFilterProxyModel(parent)
 {
@@ -55,8 +60,7 @@ QTreeView *TaviTreeProxyModel::hidingView() const
 
 TaviTreeView *TaviTreeProxyModel::treeView() const
 {
-    QTreeView *const view = hidingView();
-    return view && view->inherits("TaviTreeView") ? static_cast<TaviTreeView *>(static_cast<void *>(view)) : nullptr;
+    return qobject_cast<TaviTreeView *>(QObject::parent());
 }
 
 void TaviTreeProxyModel::setInverted(bool now)
@@ -109,6 +113,44 @@ bool TaviTreeProxyModel::filterAcceptsRow(int source_row, const QModelIndex &sou
     const QRegExp expression = filterRegExp();
     if (expression.pattern().isEmpty())
         return true;
+    if (passesExpression(expression, source_row, source_parent))
+        return true;
+    const QAbstractItemModel *const source = sourceModel();
+    const QModelIndex this_row = source->index(source_row, 0, source_parent);
+    if (!this_row.isValid()) // below an item without columns; an invalid index would be the top level again
+        return false;
+    if (typeid(*this) != typeid(TaviTreeProxyModel)) {
+        for (int child = 0; child < source->rowCount(this_row); ++child) {
+            if (filterAcceptsRow(child, this_row))
+                return true;
+        }
+        return false;
+    }
+    // The same without asking ourselves anew for each row: a tree may be deeper than the stack.
+    struct Level {
+        QModelIndex parent;
+        int row = 0;
+    };
+    std::vector<Level> levels{Level{this_row}};
+    while (!levels.empty()) {
+        Level &level = levels.back();
+        if (level.row >= source->rowCount(level.parent)) {
+            levels.pop_back();
+            continue;
+        }
+        const int row = level.row++;
+        if (passesExpression(expression, row, level.parent))
+            return true;
+        const QModelIndex below = source->index(row, 0, level.parent);
+        if (below.isValid())
+            levels.push_back(Level{below});
+    }
+    return false;
+}
+
+bool TaviTreeProxyModel::passesExpression(const QRegExp &expression, int source_row,
+                                          const QModelIndex &source_parent) const
+{
     const QTreeView *const view = hidingView();
     const QAbstractItemModel *const source = sourceModel();
     bool hit = false;
@@ -118,14 +160,7 @@ bool TaviTreeProxyModel::filterAcceptsRow(int source_row, const QModelIndex &sou
         hit = source->index(source_row, column, source_parent).data(Qt::DisplayRole).toString().indexOf(expression)
               >= 0;
     }
-    if (hit != inverted)
-        return true;
-    const QModelIndex this_row = source->index(source_row, 0, source_parent);
-    for (int child = 0; child < source->rowCount(this_row); ++child) {
-        if (filterAcceptsRow(child, this_row))
-            return true;
-    }
-    return false;
+    return hit != inverted;
 }
 
 bool TaviTreeProxyModel::filterAcceptsColumn(int source_column, const QModelIndex &source_parent) const
@@ -166,6 +201,8 @@ void TaviTreeProxyModel::addFilterLineEdit(QLineEdit *line_edit)
     if (!line_edit)
         return;
     line_edit->installEventFilter(this);
+    if (!filter_line_edits.contains(line_edit)) // the next line edit may get its address
+        connect(line_edit, &QObject::destroyed, this, [this, line_edit] { filter_line_edits.remove(line_edit); });
     filter_line_edits.insert(line_edit, false);
     line_edit->setToolTip(tr("Press %1 to invert filter result.")
                               .arg(QKeySequence(QStringLiteral("Ctrl+Shift+I")).toString(QKeySequence::NativeText)));
@@ -199,8 +236,10 @@ bool TaviTreeProxyModel::eventFilter(QObject *watched, QEvent *event)
         bool &flag = filter_line_edits[line_edit];
         flag = !flag;
         const bool now = flag;
-        setInverted(now);
-        setFilterLineEditLook(line_edit, now);
+        const QPointer<QLineEdit> kept(line_edit);
+        setInverted(now); // who hears of the run may delete the line edit, or the proxy
+        if (kept)
+            setFilterLineEditLook(line_edit, now);
     }
     return is_key;
 }

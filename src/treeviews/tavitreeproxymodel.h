@@ -187,6 +187,7 @@ private:
     void sourceWasReset();
     QModelIndex straight(const QModelIndex &source_index) const;
 
+    bool passesExpression(const QRegExp &expression, int source_row, const QModelIndex &source_parent) const;
     const QString *plainText(const QModelIndex &source_index) const;
 
     QTreeView *hidingView() const;

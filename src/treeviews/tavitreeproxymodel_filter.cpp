@@ -32,45 +32,20 @@ public:
     /// Whether an answer of an application's class has changed the rows: nothing that was found holds any more.
     bool isVoid() const { return structure != proxy->structure; }
 
-    /// All rows below an item. True if one stays in sight.
-    bool below(TaviTreeItem *parent, const QModelIndex &proxy_parent)
+    /// All rows of the source. True if one stays in sight.
+    bool all()
     {
-        const int count = parent->childCount();
-        bool any_visible = false;
-        int visible_rows = 0;
-        for (int row = 0; row < count; ++row) {
-            TaviTreeItem *const item = parent->child(row);
-            const bool visible = one(item, row, parent, proxy_parent);
-            if (isVoid())
-                return false;
-            any_visible = any_visible || visible;
-            visible_rows += visible ? 1 : 0;
-        }
-        if (!proxy_parent.isValid())
-            proxy->visible_top_rows = visible_rows;
-        return any_visible;
+        TaviTreeItem *const root = TaviTreeModelAccess::root(source);
+        const int visible = rows(root, QModelIndex(), 0, root->childCount());
+        if (!isVoid())
+            proxy->visible_top_rows = visible;
+        return visible > 0;
     }
 
-    /// One row and all below it.
-    bool one(TaviTreeItem *item, int row, TaviTreeItem *parent, const QModelIndex &proxy_parent)
+    /// One row of the source, below @a parent, and all below it.
+    bool one(TaviTreeItem *parent, const QModelIndex &proxy_parent, int row)
     {
-        const int columns = parent->columnCount();
-        if (!item || columns == 0) // a row without an index has nothing below it, and cannot be hidden
-            return matches(item, row, columns);
-        QModelIndex index;
-        if (item->childCount() > 0 || proxy->rows != Rows::Straight) {
-            index = proxy->mapFromSource(TaviTreeModelAccess::createIndex(source, row, 0, item));
-            if (!index.isValid()) // going: the base class tells of a removal before the source's rows are gone
-                return false;
-        }
-        bool visible = matches(item, row, columns);
-        if (isVoid())
-            return false;
-        if (item->childCount() > 0)
-            visible = below(item, index) || visible;
-        if (!isVoid() && view)
-            view->setRowHidden(index.isValid() ? index.row() : row, proxy_parent, !visible);
-        return visible;
+        return rows(parent, proxy_parent, row, row + 1) > 0;
     }
 
     /// The row by itself.
@@ -87,6 +62,72 @@ public:
     }
 
 private:
+    struct Level {
+        TaviTreeItem *parent;
+        QModelIndex proxy_parent;
+        int row;
+        int end;
+        int visible_rows = 0;
+        QModelIndex index{};  // of the row, where it is needed
+        bool matched = false; // the row by itself, while those below it have their turn
+    };
+
+    /// Rows and all below them. How many of the rows themselves stay in sight. A tree may be deeper than the stack,
+    /// so that the levels stand in a list.
+    int rows(TaviTreeItem *parent, const QModelIndex &proxy_parent, int first, int end)
+    {
+        std::vector<Level> levels{Level{parent, proxy_parent, first, end}};
+        while (!isVoid()) {
+            Level &level = levels.back();
+            if (level.row == level.end) {
+                const int visible_rows = level.visible_rows;
+                levels.pop_back();
+                if (levels.empty())
+                    return visible_rows;
+                show(levels.back(), levels.back().matched || visible_rows > 0);
+                continue;
+            }
+            TaviTreeItem *const item = level.parent->child(level.row);
+            const int columns = level.parent->columnCount();
+            if (!item || columns == 0) { // a row without an index has nothing below it, and cannot be hidden
+                pass(level, matches(item, level.row, columns));
+                continue;
+            }
+            level.index = QModelIndex();
+            if (item->childCount() > 0 || proxy->rows != Rows::Straight) {
+                level.index = proxy->mapFromSource(TaviTreeModelAccess::createIndex(source, level.row, 0, item));
+                if (!level.index.isValid()) { // going: the base class tells of a removal before the rows are gone
+                    pass(level, false);
+                    continue;
+                }
+            }
+            level.matched = matches(item, level.row, columns);
+            if (isVoid())
+                break;
+            const int children = item->childCount();
+            if (children > 0) {
+                const QModelIndex index = level.index;
+                levels.push_back(Level{item, index, 0, children});
+            } else {
+                show(level, level.matched);
+            }
+        }
+        return 0;
+    }
+
+    void show(Level &level, bool visible)
+    {
+        if (view)
+            view->setRowHidden(level.index.isValid() ? level.index.row() : level.row, level.proxy_parent, !visible);
+        pass(level, visible);
+    }
+
+    void pass(Level &level, bool visible)
+    {
+        level.visible_rows += visible ? 1 : 0;
+        ++level.row;
+    }
+
     bool isHiddenColumn(int column) const
     {
         const auto place = static_cast<std::size_t>(column);
@@ -199,7 +240,7 @@ void TaviTreeProxyModel::lookThroughAll()
     if (runsShort()) {
         for (int beginning = 0; beginning < most_beginnings; ++beginning) {
             Run run(this);
-            run.below(TaviTreeModelAccess::root(static_cast<TaviTreeModel *>(sourceModel())), QModelIndex());
+            run.all();
             if (!run.isVoid())
                 return;
         }
@@ -213,6 +254,17 @@ bool TaviTreeProxyModel::filterRow(int row, const QModelIndex &parent)
     // Kept, because an application's class that is asked for a text may move rows.
     const QPersistentModelIndex kept_parent(parent);
     const QPersistentModelIndex this_row(index(row, 0, parent));
+    if (this_row.isValid() && runsShort()) {
+        auto *const source = static_cast<TaviTreeModel *>(sourceModel());
+        Run run(this);
+        const bool visible = run.one(parent.isValid() ? TaviTreeModelAccess::itemOf(source, mapToSource(parent))
+                                                      : TaviTreeModelAccess::root(source),
+                                     parent, mapToSource(this_row).row());
+        if (!parent.isValid())
+            visible_top_rows = -1;
+        if (!run.isVoid())
+            return visible;
+    }
     const KeywordMatcher matcher(filter_string, filterCaseSensitivity());
     bool visible = filter_string.isEmpty();
     if (!visible) {
@@ -324,7 +376,7 @@ void TaviTreeProxyModel::lookAtRows(const QModelIndex &parent, int first, int la
         if (!changed.isValid())
             continue;
         if (with_all_below)
-            run.one(item_of(changed), mapToSource(changed).row(), item_of(parent), parent);
+            run.one(item_of(parent), parent, mapToSource(changed).row());
         else
             update(changed, parent);
     }

@@ -71,7 +71,14 @@ public:
     int status_updates = 0;
 
 public Q_SLOTS:
-    void updateStatusBar(int) { ++status_updates; }
+    void updateStatusBar(int)
+    {
+        ++status_updates;
+        Q_EMIT statusUpdated();
+    }
+
+Q_SIGNALS:
+    void statusUpdated();
 
 protected Q_SLOTS:
     void rowsInserted(const QModelIndex &parent, int first, int last) override

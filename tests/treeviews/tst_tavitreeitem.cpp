@@ -3,10 +3,15 @@
 #include "tests/treeviews/itemtree.h"
 #include "treeviews/tavitreeitem.h"
 
+#include <QPointer>
 #include <QSignalSpy>
+#include <QThread>
 #include <QTranslator>
 
+#include <functional>
+#include <limits>
 #include <memory>
+#include <utility>
 
 namespace {
 
@@ -26,6 +31,51 @@ public:
 };
 int CountedItem::alive = 0;
 QStringList CountedItem::order;
+
+/// Writes down what it is asked for.
+class AskedItem : public TaviTreeItem
+{
+public:
+    AskedItem() : TaviTreeItem(nullptr) {}
+    QVariant data(int column, int role) const override
+    {
+        read.append(QStringLiteral("%1:%2").arg(column).arg(role));
+        return TaviTreeItem::data(column, role);
+    }
+    bool setData(int column, const QVariant &value, int role) override
+    {
+        written.append(QStringLiteral("%1:%2").arg(column).arg(role));
+        return TaviTreeItem::setData(column, value, role);
+    }
+    QString getUniqueName(int column, const QString &name, int field_width, const QChar &fill) const override
+    {
+        return QStringLiteral("%1 %2 %3 %4").arg(column).arg(name).arg(field_width).arg(fill);
+    }
+    mutable QStringList read;
+    QStringList written;
+};
+
+/// Deletes others when it goes.
+class RevengefulItem : public TaviTreeItem
+{
+public:
+    explicit RevengefulItem(std::function<void()> revenge) : TaviTreeItem(nullptr), last_act(std::move(revenge)) {}
+    ~RevengefulItem() override { last_act(); }
+
+private:
+    std::function<void()> last_act;
+};
+
+/// The deepest of a chain of @a count items below @a root.
+TaviTreeItem *addChain(TaviTreeItem *root, int count)
+{
+    for (; count > 0; --count) {
+        auto *const next = new TaviTreeItem;
+        root->appendChild(next);
+        root = next;
+    }
+    return root;
+}
 
 class NumberRecorder : public QObject
 {
@@ -71,6 +121,8 @@ private Q_SLOTS:
     void rowDefaultIsReadWhereAColumnHasNothing();
     void columnCountCountsEveryColumnOnce();
     void columnCountNeverShrinks();
+    void valuesAreKeptByColumnsBelowTheRowDefault();
+    void derivedClassesAreAsked();
     void foregroundOfRowAndColumn();
     void foregroundOfAnythingElseIsADefaultBrush();
     void flags_data();
@@ -88,6 +140,8 @@ private Q_SLOTS:
     void nullChildrenAreIgnored();
     void childOutsideTheRowsIsNull();
     void childrenAreDeletedFirstToLast();
+    void aChainOfAnyDepthIsDeleted();
+    void whoeverDestroysADeepTreeFindsItWhole();
     void anItemDeletedInPlaceLeavesAnEmptyPlace();
     void rowFollowsEveryChange();
     void rowIsRightAfterAnyChanges();
@@ -95,6 +149,8 @@ private Q_SLOTS:
     void topLevelParent();
     void flattenHierarchy();
     void flattenUnderAnotherRoot();
+    void aChainOfAnyDepthIsFlattened();
+    void flatteningLeavesEmptyPlaces();
     void uniqueNames();
     void uniqueNameHasAWidth();
     void uniqueNameOfARootIsTheName();
@@ -102,6 +158,7 @@ private Q_SLOTS:
     void newNameBase();
     void newNameBaseIsTranslated();
     void changesReachSubscribers();
+    void subscribersInOtherThreadsHearLater();
     void subscribingWithNullDoesNothing();
     void mapperEmitsAnyNumber();
 };
@@ -236,6 +293,7 @@ void TestTaviTreeItem::userDataSlotsBeginAtThirtyFour()
 {
     QCOMPARE(TaviTreeItem::getUserDataRole(0), 34);
     QCOMPARE(TaviTreeItem::getUserDataRole(8), 42);
+    QCOMPARE(TaviTreeItem::getUserDataRole(0x7fffffffU), std::numeric_limits<int>::min() + 33); // no overflow
     TaviTreeItem item;
     QVERIFY(item.setUserData(1, QStringLiteral("free"), 3));
     QCOMPARE(item.userData(1, 3).toString(), QStringLiteral("free"));
@@ -279,6 +337,39 @@ void TestTaviTreeItem::columnCountNeverShrinks()
     QCOMPARE(item.columnCount(), 2);
 }
 
+void TestTaviTreeItem::valuesAreKeptByColumnsBelowTheRowDefault()
+{
+    TaviTreeItem item;
+    item.setData(-1, QStringLiteral("default"), Qt::DisplayRole);
+    item.setData(-3, QStringLiteral("own"), Qt::DisplayRole);
+    item.setData(-4, QStringLiteral("font"), Qt::FontRole);
+    QCOMPARE(item.data(-3, Qt::DisplayRole).toString(), QStringLiteral("own"));
+    QCOMPARE(item.data(-2, Qt::DisplayRole).toString(), QStringLiteral("default"));
+    QCOMPARE(item.data(-4, Qt::DisplayRole).toString(), QStringLiteral("default"));
+    QCOMPARE(item.data(0, Qt::DisplayRole).toString(), QStringLiteral("default"));
+    QVERIFY(!item.data(-3, Qt::FontRole).isValid());
+    QCOMPARE(item.columnCount(), 3);
+}
+
+void TestTaviTreeItem::derivedClassesAreAsked()
+{
+    TaviTreeItem root;
+    auto *const asked = new AskedItem;
+    root.appendChild(asked);
+    asked->setUserData(3, 7, 2);
+    asked->setForeground(QBrush(Qt::red));
+    asked->setForeground(4, QBrush(Qt::green));
+    QCOMPARE(asked->written, (QStringList{QStringLiteral("3:36"), QStringLiteral("-1:9"), QStringLiteral("4:9")}));
+    asked->userData(3, 2);
+    asked->foreground();
+    asked->foreground(4);
+    QCOMPARE(asked->read, (QStringList{QStringLiteral("3:36"), QStringLiteral("-1:9"), QStringLiteral("4:9")}));
+    asked->read.clear();
+    QVERIFY(!addItem(&root, "new")->isNameTakenBySibling(1, QStringLiteral("x")));
+    QCOMPARE(asked->read, QStringList(QStringLiteral("1:0")));
+    QCOMPARE(asked->getUniqueNewName(5, 3, u'x'), QStringLiteral("5 Untitled 3 x"));
+}
+
 void TestTaviTreeItem::foregroundOfRowAndColumn()
 {
     TaviTreeItem item;
@@ -287,6 +378,9 @@ void TestTaviTreeItem::foregroundOfRowAndColumn()
     QCOMPARE(item.foreground(), QBrush(Qt::red));
     QCOMPARE(item.foreground(0), QBrush(Qt::red));
     QCOMPARE(item.foreground(2), QBrush(Qt::green));
+    item.setForeground(0, QBrush(Qt::blue));
+    QCOMPARE(item.foreground(0), QBrush(Qt::blue));
+    QCOMPARE(item.foreground(), QBrush(Qt::red));
     QCOMPARE(item.data(-1, Qt::ForegroundRole).value<QBrush>(), QBrush(Qt::red));
 }
 
@@ -531,6 +625,60 @@ void TestTaviTreeItem::childrenAreDeletedFirstToLast()
     QCOMPARE(root.childCount(), 0);
 }
 
+void TestTaviTreeItem::aChainOfAnyDepthIsDeleted()
+{
+    CountedItem::alive = 0;
+    {
+        TaviTreeItem root;
+        TaviTreeItem *deepest = addChain(&root, 50000);
+        deepest->appendChild(new CountedItem("deep"));
+        deepest->appendChild(new CountedItem("deep"));
+        QCOMPARE(deepest->topLevelParent(), &root);
+    }
+    QCOMPARE(CountedItem::alive, 0);
+    TaviTreeItem root;
+    addChain(&root, 50000)->appendChild(new CountedItem("deep"));
+    root.removeAllChildren();
+    QCOMPARE(CountedItem::alive, 0);
+    QCOMPARE(root.childCount(), 0);
+}
+
+void TestTaviTreeItem::whoeverDestroysADeepTreeFindsItWhole()
+{
+    // At every depth the one that goes may delete or take out what stands around it.
+    for (const int depth : {1, 100, 300, 1000}) {
+        CountedItem::alive = 0;
+        auto root = std::make_unique<TaviTreeItem>();
+        TaviTreeItem *const deepest = addChain(root.get(), depth);
+        TaviTreeItem *const above = deepest->parentTreeItem();
+        auto *const sibling = new CountedItem("sibling");
+        auto *const taken = new CountedItem("taken");
+        auto *const below = new CountedItem("below");
+        bool whole = false;
+        deepest->appendChild(new RevengefulItem([&] {
+            whole = deepest->childCount() == 2 && sibling->parentTreeItem() == deepest;
+            delete deepest->takeChild(sibling);
+            deepest->takeChild(taken);
+            delete above->takeChild(deepest->childCount() == 0 ? nullptr : below);
+        }));
+        deepest->appendChild(sibling);
+        deepest->appendChild(taken);
+        above->appendChild(below);
+        root.reset();
+        QVERIFY(whole);
+        QCOMPARE(CountedItem::alive, 1);
+        delete taken;
+    }
+    // One that deletes the branch it stands in leaves nothing for the others to do.
+    auto root = std::make_unique<TaviTreeItem>();
+    TaviTreeItem *const middle = addChain(root.get(), 900);
+    TaviTreeItem *const deepest = addChain(middle, 100);
+    deepest->appendChild(new RevengefulItem([&] { middle->parentTreeItem()->removeChild(middle); }));
+    const QPointer<TaviTreeItem> watched(middle);
+    root.reset();
+    QVERIFY(watched.isNull());
+}
+
 void TestTaviTreeItem::anItemDeletedInPlaceLeavesAnEmptyPlace()
 {
     TaviTreeItem root;
@@ -658,6 +806,28 @@ void TestTaviTreeItem::flattenUnderAnotherRoot()
     QCOMPARE(textsOf(other.children()).join(QLatin1Char(' ')), QStringLiteral("o a a1 b"));
 }
 
+void TestTaviTreeItem::aChainOfAnyDepthIsFlattened()
+{
+    TaviTreeItem root;
+    TaviTreeItem *const deepest = addChain(&root, 50000);
+    root.flattenHierarchy(nullptr);
+    QCOMPARE(root.childCount(), 50000);
+    QCOMPARE(deepest->row(), 49999);
+    QCOMPARE(root.child(1)->childCount(), 0);
+}
+
+void TestTaviTreeItem::flatteningLeavesEmptyPlaces()
+{
+    TaviTreeItem root;
+    TaviTreeItem *const a = addItem(&root, "a");
+    delete addItem(a, "gone");
+    addItem(a, "a1");
+    delete addItem(a, "gone");
+    root.flattenHierarchy(nullptr);
+    QCOMPARE(textsOf(root.children()).join(QLatin1Char(' ')), QStringLiteral("a a1"));
+    QCOMPARE(a->children(), (QList<TaviTreeItem *>{nullptr, nullptr}));
+}
+
 void TestTaviTreeItem::uniqueNames()
 {
     TaviTreeItem root;
@@ -741,6 +911,16 @@ void TestTaviTreeItem::changesReachSubscribers()
     QCOMPARE(recorder.numbers, (QList<int>{b.id(), a.id(), b.id()}));
     a.setData(0, 1, Qt::DisplayRole); // storing alone tells nobody
     QCOMPARE(recorder.numbers.size(), 3);
+}
+
+void TestTaviTreeItem::subscribersInOtherThreadsHearLater()
+{
+    QThread elsewhere; // is not started, so that nothing is delivered
+    NumberRecorder recorder;
+    recorder.moveToThread(&elsewhere);
+    TaviTreeItem::subscribeDataChanged(&recorder, SLOT(changed(int)));
+    TaviTreeItem().emitDataChanged();
+    QVERIFY(recorder.numbers.isEmpty());
 }
 
 void TestTaviTreeItem::subscribingWithNullDoesNothing()

@@ -81,6 +81,7 @@ private Q_SLOTS:
     void aSlotEmptiesTheTree();
     void aSlotAddsChildren();
     void aSlotSetsAnotherState();
+    void aChainOfAnyDepthIsChecked();
     void aHundredThousandChildrenCostTenTimesTenThousand();
 };
 
@@ -191,8 +192,11 @@ void TestTaviTreeItemCheckState::childrenThatAreNotCheckableKeepTheirBranch()
     TaviTreeItem *parent = addCheckable(&root, "p");
     TaviTreeItem *plain = addItem(parent, "plain");
     TaviTreeItem *below = addCheckable(plain, "below");
+    const ChangeRecorder recorder;
     QVERIFY(parent->setCheckState(0, Qt::Checked));
     QCOMPARE(below->checkState(0), Qt::Unchecked);
+    QCOMPARE(plain->checkState(0), Qt::Unchecked);
+    QVERIFY(!recorder.numbers.contains(plain->id()));
 }
 
 void TestTaviTreeItemCheckState::parentsFollowUpwards()
@@ -250,6 +254,10 @@ void TestTaviTreeItemCheckState::mixedChildrenMakeAPartialParent()
     QVERIFY(!parent.isAllCheckState(0, Qt::Unchecked));
     QVERIFY(parent.updateCheckStateFromChildren(0));
     QCOMPARE(parent.checkState(0), Qt::PartiallyChecked);
+    // A child without a check box is none of those that are not checked.
+    parent.child(1)->setCheckable(0, false);
+    QVERIFY(!parent.isPartiallyChecked(0));
+    QVERIFY(parent.isAllCheckState(0, Qt::Checked));
 }
 
 void TestTaviTreeItemCheckState::partialChildrenLeaveParentAlone()
@@ -357,6 +365,11 @@ void TestTaviTreeItemCheckState::childCountDecidesWhetherThereAreChildren()
     root.appendChild(closed);
     TaviTreeItem *child = addCheckable(closed, "c");
     QVERIFY(closed->setCheckState(0, Qt::Checked));
+    QCOMPARE(child->checkState(0), Qt::Unchecked);
+    root.setCheckable(0, true);
+    QVERIFY(root.setAllCheckState(0, Qt::Unchecked));
+    QVERIFY(root.setAllCheckState(0, Qt::Checked));
+    QCOMPARE(closed->checkState(0), Qt::Checked);
     QCOMPARE(child->checkState(0), Qt::Unchecked);
     QVERIFY(!closed->updateCheckStateFromChildren(0));
     QVERIFY(child->setCheckState(0, Qt::Checked));
@@ -491,6 +504,23 @@ void TestTaviTreeItemCheckState::aSlotSetsAnotherState()
     QCOMPARE(a->checkState(0), Qt::Unchecked);
     QCOMPARE(b->checkState(0), Qt::Checked);
     QCOMPARE(parent->checkState(0), Qt::PartiallyChecked);
+}
+
+void TestTaviTreeItemCheckState::aChainOfAnyDepthIsChecked()
+{
+    TaviTreeItem root;
+    TaviTreeItem *deepest = &root;
+    root.setCheckable(0, true);
+    for (int depth = 0; depth < 50000; ++depth)
+        deepest = addCheckable(deepest, "x");
+    ChangeRecorder recorder;
+    QVERIFY(root.setCheckState(0, Qt::Checked));
+    QCOMPARE(deepest->checkState(0), Qt::Checked);
+    QCOMPARE(recorder.numbers.size(), 50001);
+    QVERIFY(deepest->setCheckState(0, Qt::Unchecked));
+    QCOMPARE(root.checkState(0), Qt::Unchecked);
+    QCOMPARE(recorder.numbers.size(), 100002);
+    QCOMPARE(recorder.numbers.last(), root.id());
 }
 
 void TestTaviTreeItemCheckState::aHundredThousandChildrenCostTenTimesTenThousand()

@@ -11,6 +11,15 @@
 #include <QSignalSpy>
 #include <QStandardItemModel>
 
+#include <functional>
+#include <memory>
+
+/// A value that no stream takes.
+struct Unwritable {
+    int number = 0;
+};
+Q_DECLARE_METATYPE(Unwritable)
+
 namespace {
 
 const QList<QVariant> two_columns{QStringLiteral("Name"), QStringLiteral("Value")};
@@ -47,6 +56,20 @@ public:
     }
     int own_number;
     mutable int asked = 0;
+};
+
+/// Acts when it is written to.
+class ActingItem : public TaviTreeItem
+{
+public:
+    ActingItem() : TaviTreeItem({QStringLiteral("acting"), 0}, nullptr) {}
+    bool setData(int column, const QVariant &value, int role) override
+    {
+        const bool taken = TaviTreeItem::setData(column, value, role);
+        act();
+        return taken;
+    }
+    std::function<void()> act;
 };
 
 /// A model in which every number is raised by a million.
@@ -94,6 +117,9 @@ private Q_SLOTS:
     void setDataWithThePresentValueIsNoChange();
     void setDataRefusedTellsNothing();
     void checkStateThroughTheModelTellsTwice();
+    void aSlotRemovesTheRowThatIsWritten_data();
+    void aSlotRemovesTheRowThatIsWritten();
+    void aSlotMovesTheRowThatIsWritten();
     void aProxysIndexServesToo();
     void itemFromIndexOfAForeignModelIsNull();
     void itemFromIdSeesTheTopLevel();
@@ -109,6 +135,7 @@ private Q_SLOTS:
     void itemChangedTellsColumnZero();
     void changesOfItemsElsewhereStayQuiet();
     void twoModelsHearOfEveryItem();
+    void aDragCarriesWhatCanBeWritten();
     void mimeDataCarriesTheModelsNumber();
     void destructionDeletesTheItems();
     void comparerHasAParent();
@@ -287,6 +314,53 @@ void TestTaviTreeModel::checkStateThroughTheModelTellsTwice()
     QCOMPARE(told.take(), QStringLiteral("data 0,0-0,0; data 0,1-0,1"));
 }
 
+void TestTaviTreeModel::aSlotRemovesTheRowThatIsWritten_data()
+{
+    QTest::addColumn<bool>("by_reset");
+    QTest::newRow("with row signals") << false;
+    QTest::newRow("with a reset") << true;
+}
+
+void TestTaviTreeModel::aSlotRemovesTheRowThatIsWritten()
+{
+    QFETCH(bool, by_reset);
+    TaviTreeModel model(two_columns, nullptr);
+    TaviTreeItem *const a = newItem({QStringLiteral("a"), QStringLiteral("1")});
+    a->setCheckable(0, true);
+    model.appendItems({newItem("b"), a});
+    QStringList texts;
+    connect(&model, &QAbstractItemModel::dataChanged, this, [&](const QModelIndex &index) {
+        texts.append(index.data().toString());
+        if (model.rowCount() < 2)
+            return;
+        if (by_reset)
+            model.removeItems({a});
+        else
+            model.removeItem(a);
+    });
+    QVERIFY(model.setData(model.index(1, 0), int(Qt::Checked), Qt::CheckStateRole));
+    QCOMPARE(texts, QStringList(QStringLiteral("a"))); // what is gone is not told of once more
+}
+
+void TestTaviTreeModel::aSlotMovesTheRowThatIsWritten()
+{
+    TaviTreeModel model(two_columns, nullptr);
+    auto *const acting = new ActingItem;
+    model.appendItem(acting);
+    ModelSignals told(&model);
+    acting->act = [&] {
+        model.insertItem(0, newItem("above"));
+    };
+    QVERIFY(model.setData(model.index(0, 1), QStringLiteral("new"), Qt::EditRole));
+    QCOMPARE(told.take(), QStringLiteral("about+ 0-0; + 0-0; data 1,1-1,1"));
+    acting->act = [&] {
+        model.insertItem(0, newItem("more"));
+        model.resetModel();
+    };
+    QVERIFY(model.setData(model.index(1, 1), QStringLiteral("newer"), Qt::EditRole));
+    QCOMPARE(told.take(), QStringLiteral("about+ 0-0; + 0-0; about reset; reset; data 2,1-2,1"));
+}
+
 void TestTaviTreeModel::aProxysIndexServesToo()
 {
     TaviTreeModel model(two_columns, nullptr);
@@ -441,6 +515,8 @@ void TestTaviTreeModel::aModelsOwnRowsHold()
     QCOMPARE(model.indexFromItem(a), model.index(0, 0));
     QVERIFY(!model.indexFromItem(b).isValid());
     QVERIFY(!model.index(1, 0).isValid());
+    QCOMPARE(model.itemAt(0), a);
+    QCOMPARE(model.itemAt(1), nullptr);
 }
 
 void TestTaviTreeModel::aPlainTreeIsNotWalked()
@@ -518,6 +594,27 @@ void TestTaviTreeModel::twoModelsHearOfEveryItem()
     a->emitDataChanged();
     QCOMPARE(told_one.take(), QString());
     QCOMPARE(told_two.take(), QStringLiteral("data 0,0-0,0"));
+}
+
+void TestTaviTreeModel::aDragCarriesWhatCanBeWritten()
+{
+    // An address means nothing elsewhere; nor do values of a type without a form in a stream.
+    TaviTreeModel model(two_columns, nullptr);
+    TaviTreeItem *a = newItem({QStringLiteral("a"), QStringLiteral("1")});
+    a->setUserData(0, QStringLiteral("free"), 0);
+    a->setUserData(0, QVariant::fromValue(Unwritable{}), 1);
+    a->setUserData(0, QVariant::fromValue<QObject *>(&model), 2);
+    model.appendItem(a);
+    const QMap<int, QVariant> values = model.itemData(model.index(0, 0));
+    QCOMPARE(values.keys(), (QList<int>{0, 2, 3, 32, 34}));
+    QCOMPARE(values.value(34).toString(), QStringLiteral("free"));
+    QVERIFY(model.itemData(QModelIndex()).isEmpty());
+    const std::unique_ptr<QMimeData> dragged(model.mimeData({model.index(0, 0), model.index(0, 1)}));
+    QStandardItemModel standard;
+    QVERIFY(standard.dropMimeData(dragged.get(), Qt::CopyAction, 0, 0, QModelIndex()));
+    QCOMPARE(standard.item(0, 0)->text(), QStringLiteral("a"));
+    QCOMPARE(standard.item(0, 1)->text(), QStringLiteral("1"));
+    QCOMPARE(standard.item(0, 0)->data(34).toString(), QStringLiteral("free"));
 }
 
 void TestTaviTreeModel::mimeDataCarriesTheModelsNumber()

@@ -2,9 +2,11 @@
 #include "tests/support/tavitest.h"
 #include "tests/treeviews/filteredview.h"
 #include "tests/treeviews/modelsignals.h"
+#include "treeviews/tavitreeview.h"
 
 #include <QAbstractItemModelTester>
 #include <QLineEdit>
+#include <QMimeData>
 #include <QSignalSpy>
 #include <QStandardItemModel>
 
@@ -45,6 +47,7 @@ private Q_SLOTS:
     void init();
     void cleanup();
     void construction();
+    void theViewIsTheParent();
     void withoutAViewNothingIsHidden();
     void rowsAreMapped();
     void listsAreMappedInOrder();
@@ -66,12 +69,16 @@ private Q_SLOTS:
     void expressionInverted();
     void expressionKeepsParentsOfHits();
     void expressionSkipsHiddenColumns();
+    void expressionFindsNothingBelowBareParents();
     void expressionKeepsIndexesThatStay();
     void headerGoesThrough();
     void writingGoesThrough();
+    void aDragCarriesWhatCanBeWritten();
     void anotherSource();
     void theSourceIsDestroyed();
     void lineEditIsRegistered();
+    void aLineEditThatIsGoneIsForgotten();
+    void aLineEditMayGoWhenItsShortcutIsPressed();
     void lineEditLook();
     void shortcutTogglesTheInversion();
     void shortcutNeedsExactlyItsModifiers_data();
@@ -122,6 +129,17 @@ void TestTaviTreeProxyModel::construction()
     QCOMPARE(made->visibleTopLevelRows(), 0);
     QVERIFY(!made->hasLineEdit(nullptr));
     QVERIFY(!made->index(0, 0).isValid());
+}
+
+void TestTaviTreeProxyModel::theViewIsTheParent()
+{
+    TaviTreeView shown;
+    auto *const made = new TaviTreeProxyModel(&shown);
+    QCOMPARE(made->treeView(), &shown);
+    QCOMPARE(proxy->treeView(), nullptr); // a view of another kind
+    made->QObject::setParent(nullptr);
+    QCOMPARE(made->treeView(), nullptr);
+    delete made;
 }
 
 void TestTaviTreeProxyModel::withoutAViewNothingIsHidden()
@@ -414,6 +432,26 @@ void TestTaviTreeProxyModel::expressionSkipsHiddenColumns()
     QCOMPARE(view->shown(), QStringLiteral("A"));
 }
 
+void TestTaviTreeProxyModel::expressionFindsNothingBelowBareParents()
+{
+    // The columns of children are those of their parent.
+    auto *const bare = new TaviTreeItem(nullptr);
+    model->appendItem(bare);
+    bare->appendChild(newItem("A"));
+    const QModelIndex of_bare = model->index(3, 0);
+    for (const bool derived : {false, true}) {
+        Comparing other;
+        TaviTreeProxyModel &asked = derived ? other : *proxy;
+        asked.setSourceModel(model.get());
+        asked.setFilterFixedString(QStringLiteral("A"));
+        QCOMPARE(asked.rowCount(), 1);
+        asked.setInverted(true);
+        asked.setFilterFixedString(QStringLiteral("A")); // to look again
+        QCOMPARE(asked.rowCount(), 3);
+        QCOMPARE(asked.rowCount(asked.mapFromSource(of_bare)), 1);
+    }
+}
+
 void TestTaviTreeProxyModel::expressionKeepsIndexesThatStay()
 {
     view->expand(view->indexOf(b));
@@ -444,6 +482,18 @@ void TestTaviTreeProxyModel::writingGoesThrough()
     QVERIFY(!proxy->insertColumns(0, 1));
     QVERIFY(!proxy->removeColumns(0, 1));
     QCOMPARE(proxy->rowCount(), 3);
+}
+
+void TestTaviTreeProxyModel::aDragCarriesWhatCanBeWritten()
+{
+    for (const bool sorted : {false, true}) {
+        if (sorted)
+            proxy->sort(0);
+        const std::unique_ptr<QMimeData> dragged(proxy->mimeData({view->indexOf(a)}));
+        QStandardItemModel target;
+        QVERIFY(target.dropMimeData(dragged.get(), Qt::CopyAction, 0, 0, QModelIndex()));
+        QCOMPARE(target.item(0)->text(), QStringLiteral("A"));
+    }
 }
 
 void TestTaviTreeProxyModel::anotherSource()
@@ -501,6 +551,27 @@ void TestTaviTreeProxyModel::lineEditIsRegistered()
     QCOMPARE(line_edit.toolTip(), QStringLiteral("Press Ctrl+Shift+I to invert filter result."));
     line_edit.setText(QStringLiteral("c")); // not connected
     QVERIFY(!proxy->isFiltering());
+}
+
+void TestTaviTreeProxyModel::aLineEditThatIsGoneIsForgotten()
+{
+    // The address of one that is gone may be that of the next one.
+    auto line_edit = std::make_unique<QLineEdit>();
+    const QLineEdit *const address = line_edit.get();
+    proxy->addFilterLineEdit(line_edit.get());
+    line_edit.reset();
+    QVERIFY(!proxy->hasLineEdit(address));
+}
+
+void TestTaviTreeProxyModel::aLineEditMayGoWhenItsShortcutIsPressed()
+{
+    QPointer<QLineEdit> line_edit = new QLineEdit;
+    proxy->addFilterLineEdit(line_edit);
+    connect(view.get(), &FilteredView::statusUpdated, this, [&] { delete line_edit; });
+    QKeyEvent offer(QEvent::ShortcutOverride, Qt::Key_I, Qt::ControlModifier | Qt::ShiftModifier);
+    QVERIFY(proxy->eventFilter(line_edit, &offer));
+    QVERIFY(!line_edit);
+    QVERIFY(proxy->isInverted());
 }
 
 void TestTaviTreeProxyModel::lineEditLook()

@@ -137,6 +137,8 @@ private Q_SLOTS:
     void anAnswerRemovesRowsUnderAnOverriddenFilterRow();
     void aSlotRemovesRowsAtTheChangeOfAnother();
     void aCascadeUnderAKeyword();
+    void treesOfAnyDepth_data();
+    void treesOfAnyDepth();
 
 private:
     std::unique_ptr<TaviTreeModel> model;
@@ -816,6 +818,49 @@ void TestTaviTreeProxyModelFilter::aCascadeUnderAKeyword()
     QVERIFY(b->setCheckState(0, Qt::Unchecked));
     QCOMPARE(b->childCount(), 1);
     QCOMPARE(b->child(0)->checkState(0), Qt::Unchecked);
+}
+
+void TestTaviTreeProxyModelFilter::treesOfAnyDepth_data()
+{
+    QTest::addColumn<bool>("sorted");
+    QTest::newRow("straight") << false;
+    QTest::newRow("sorted") << true;
+}
+
+void TestTaviTreeProxyModelFilter::treesOfAnyDepth()
+{
+    QFETCH(bool, sorted);
+    TaviTreeItem *const top = pair("top", "");
+    TaviTreeItem *deepest = top;
+    for (int depth = 0; depth < 50000; ++depth) {
+        TaviTreeItem *const next = pair("x", "");
+        deepest->appendChild(next);
+        deepest = next;
+    }
+    deepest->setData(0, QStringLiteral("needle"), Qt::DisplayRole);
+    model->appendItem(top);
+    if (sorted)
+        proxy->sort(0);
+    const int row = 3; // with and without
+    proxy->filter(QStringLiteral("needle"));
+    QCOMPARE(proxy->visibleTopLevelRows(), 1);
+    QVERIFY(!view->isRowHidden(row, QModelIndex()));
+    QVERIFY(proxy->filterRow(row, QModelIndex()));
+    QCOMPARE(model->indexFromItem(deepest).data().toString(), QStringLiteral("needle"));
+    deepest->setData(0, QStringLiteral("hay"), Qt::DisplayRole);
+    proxy->filter();
+    QCOMPARE(proxy->visibleTopLevelRows(), 0);
+    QVERIFY(!proxy->filterRow(row, QModelIndex()));
+    proxy->filter(QString());
+    // An expression asks for all rows below one, too.
+    TaviTreeModel alone({QStringLiteral("Name")}, nullptr);
+    alone.appendItem(model->takeItem(top));
+    TaviTreeProxyModel of_alone;
+    of_alone.setSourceModel(&alone);
+    of_alone.setFilterFixedString(QStringLiteral("hay"));
+    QCOMPARE(of_alone.rowCount(), 1);
+    of_alone.setFilterFixedString(QStringLiteral("needle"));
+    QCOMPARE(of_alone.rowCount(), 0);
 }
 
 TAVI_GUI_TEST_MAIN(TestTaviTreeProxyModelFilter)
