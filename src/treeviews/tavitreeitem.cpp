@@ -37,18 +37,19 @@ TaviTreeItemSignalMapper::TaviTreeItemSignalMapper(QObject *parent) : QSignalMap
 
 void TaviTreeItemSignalMapper::emitMapped(int id)
 {
-    // By its number in the meta object, because the header hides the signal as outdated; its successor is another one.
-    static const int signal = QSignalMapper::staticMetaObject.indexOfSignal("mapped(int)");
+    // As the moc's code does, because the header hides the signal as outdated; its successor is another one.
+    static const int signal =
+        QSignalMapper::staticMetaObject.indexOfSignal("mapped(int)") - QSignalMapper::staticMetaObject.methodOffset();
     void *arguments[] = {nullptr, &id};
-    QMetaObject::metacall(this, QMetaObject::InvokeMetaMethod, signal, arguments);
+    QMetaObject::activate(this, &QSignalMapper::staticMetaObject, signal, arguments);
 }
 
 int TaviTreeItem::id_ticket = 0;
 TaviTreeItemSignalMapper TaviTreeItem::data_changed_mapper;
 
 TaviTreeItem::TaviTreeItem(TaviTreeItem *parent)
-    : id_(++id_ticket), item_flags(Qt::ItemIsEnabled | Qt::ItemIsSelectable), parent_item(parent),
-      list_count(0), overrides_below(0), own_name_base(0)
+    : id_(++id_ticket), item_flags(Qt::ItemIsEnabled | Qt::ItemIsSelectable), parent_item(parent), list_count(0),
+      overrides_below(0), own_name_base(0)
 {
     mapConnections();
 }

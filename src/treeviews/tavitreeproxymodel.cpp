@@ -51,7 +51,11 @@ TaviTreeProxyModel::TaviTreeProxyModel(QObject *parent) : QSortFilterProxyModel(
     connect(this, SIGNAL(columnsRemoved(QModelIndex, int, int)), SLOT(filter()), Qt::DirectConnection);
 }
 
-TaviTreeProxyModel::~TaviTreeProxyModel() = default;
+TaviTreeProxyModel::~TaviTreeProxyModel()
+{
+    if (gone)
+        *gone = true;
+}
 
 QTreeView *TaviTreeProxyModel::hidingView() const
 {

@@ -227,6 +227,7 @@ private:
     mutable int visible_top_rows = -1;         // -1: to be counted
     const QMetaObject *status_class = nullptr; // of the view whose slot for the status line is the next
     int status_slot = -1;
+    bool *gone = nullptr; // for who has called the view and has to know whether this is still there
 };
 
 #endif

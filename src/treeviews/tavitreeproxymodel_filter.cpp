@@ -12,11 +12,11 @@
 #include "treeviews/tavitreemodel_p.h"
 
 #include <QHeaderView>
-#include <QPointer>
 #include <QTreeView>
 
 #include <algorithm>
 #include <typeinfo>
+#include <utility>
 
 /// One run, from item to item. Texts come from the items; classes that answer for themselves are asked.
 class TaviTreeProxyModel::Run
@@ -220,10 +220,16 @@ void TaviTreeProxyModel::endRun()
     if (QTreeView *const view = hidingView()) {
         if (view->testAttribute(Qt::WA_ForceUpdatesDisabled))
             view->setUpdatesEnabled(true);
-        const QPointer<TaviTreeProxyModel> self(this);
+        // Each change ends here, so that a guarded pointer would cost as much as the rest.
+        bool gone_meanwhile = false;
+        bool *const others = std::exchange(gone, &gone_meanwhile);
         updateStatus(view);
-        if (!self)
+        if (gone_meanwhile) {
+            if (others)
+                *others = true;
             return;
+        }
+        gone = others;
     }
     filtering_now = false;
 }
