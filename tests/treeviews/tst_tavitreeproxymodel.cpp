@@ -62,6 +62,47 @@ public:
     }
 };
 
+/// Says yes to everything, and does nothing.
+class ObligingModel : public TaviTreeModel
+{
+public:
+    ObligingModel() : TaviTreeModel({QStringLiteral("Name"), QStringLiteral("Note")}, nullptr)
+    {
+        appendItem(newItem({QString(), QString()}));
+    }
+    bool insertRows(int row, int count, const QModelIndex &parent) override
+    {
+        return note("rows+", row, count, parent);
+    }
+    bool removeRows(int row, int count, const QModelIndex &parent) override
+    {
+        return note("rows-", row, count, parent);
+    }
+    bool insertColumns(int column, int count, const QModelIndex &parent) override
+    {
+        return note("columns+", column, count, parent);
+    }
+    bool removeColumns(int column, int count, const QModelIndex &parent) override
+    {
+        return note("columns-", column, count, parent);
+    }
+    using TaviTreeModel::setHeaderData;
+    bool setHeaderData(int section, Qt::Orientation, const QVariant &, int role) override
+    {
+        return note("header", section, role, last_parent);
+    }
+    QStringList asked;
+    QModelIndex last_parent;
+
+private:
+    bool note(const char *what, int first, int count, const QModelIndex &parent)
+    {
+        last_parent = parent;
+        asked.append(QStringLiteral("%1%2:%3").arg(QLatin1String(what)).arg(first).arg(count));
+        return true;
+    }
+};
+
 class Comparing : public TaviTreeProxyModel
 {
 public:
@@ -752,6 +793,24 @@ void TestTaviTreeProxyModel::writingGoesThrough()
     QVERIFY(!proxy->insertColumns(0, 1));
     QVERIFY(!proxy->removeColumns(0, 1));
     QCOMPARE(proxy->rowCount(), 3);
+    for (const bool sorted : {false, true}) {
+        ObligingModel obliging;
+        TaviTreeProxyModel other;
+        other.setSourceModel(&obliging);
+        if (sorted)
+            other.sort(0);
+        const QModelIndex parent = other.index(0, 0);
+        QVERIFY(other.insertRows(0, 2, parent));
+        QVERIFY(other.insertColumns(1, 3, parent));
+        QVERIFY(other.removeColumns(0, 1, parent));
+        QVERIFY(other.setHeaderData(1, Qt::Horizontal, 5, 40));
+        QCOMPARE(obliging.asked.join(QLatin1Char(' ')),
+                 QStringLiteral("rows+0:2 columns+1:3 columns-0:1 header1:40"));
+        QVERIFY(parent.isValid() && obliging.last_parent == obliging.index(0, 0));
+        obliging.asked.clear();
+        QVERIFY(other.removeRows(0, 1));
+        QCOMPARE(obliging.asked, QStringList(QStringLiteral("rows-0:1")));
+    }
 }
 
 void TestTaviTreeProxyModel::aDragCarriesWhatCanBeWritten()
@@ -782,6 +841,19 @@ void TestTaviTreeProxyModel::anotherSource()
     proxy->setSourceModel(model.get());
     QCOMPARE(proxy->rowCount(), 4);
     QCOMPARE(view->shown(), QStringLiteral("xx"));
+    // Order and expression hold for the next source, too.
+    other.appendItem(newItem("a"));
+    proxy->filter(QString());
+    proxy->setSourceModel(&other);
+    QCOMPARE(view->shown(), QStringLiteral("a x"));
+    proxy->sort(-1);
+    proxy->setFilterFixedString(QStringLiteral("A"));
+    proxy->setSourceModel(model.get());
+    QCOMPARE(view->shown(), QStringLiteral("A"));
+    proxy->setFilterFixedString(QString());
+    proxy->setSourceModel(&other);
+    QCOMPARE(view->shown(), QStringLiteral("x a"));
+    QVERIFY(!proxy->mapFromSource(model->index(0, 0)).isValid()); // of another source
     proxy->setSourceModel(nullptr);
     QCOMPARE(proxy->rowCount(), 0);
     QVERIFY(!proxy->index(0, 0).isValid());
