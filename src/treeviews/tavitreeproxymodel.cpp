@@ -42,6 +42,10 @@ TaviTreeProxyModel::TaviTreeProxyModel(QObject *parent) : QSortFilterProxyModel(
     connect(this, &QAbstractItemModel::rowsRemoved, this,
             [count](const QModelIndex &changed, int first, int last) { count(changed, first - last - 1); });
     connect(this, &QAbstractItemModel::rowsMoved, this, [this] { visible_top_rows = -1; });
+    connect(this, &QAbstractItemModel::layoutChanged, this, [this] { // the base class may have thrown its tables away
+        tripwire_lies = false;
+        layTripwire();
+    });
 
     connect(this, &QAbstractItemModel::dataChanged, this, &TaviTreeProxyModel::afterDataChange, Qt::DirectConnection);
     connect(this, &QAbstractItemModel::rowsRemoved, this, &TaviTreeProxyModel::afterRowsRemoved,
@@ -114,6 +118,13 @@ QList<QModelIndex> TaviTreeProxyModel::mapToSources(const QList<QModelIndex> &in
 
 bool TaviTreeProxyModel::filterAcceptsRow(int source_row, const QModelIndex &source_parent) const
 {
+    if (rows == Rows::Straight) { // for the tripwire
+        if (tripwire_lies)
+            noteExpression();
+        return false;
+    }
+    if (accepts_all)
+        return true;
     const QRegExp expression = filterRegExp();
     if (expression.pattern().isEmpty())
         return true;

@@ -44,7 +44,8 @@ class TaviTreeView;
 /// **Rows one to one.** As long as nothing is sorted and no expression is set, a proxy of this very class over a
 /// TaviTreeModel maps rows one to one, so that a row that comes or goes costs the same however many there are. The
 /// first sort, or an expression, changes to the mappings of the base class; indexes that are kept stay valid. An
-/// expression must therefore be set through this class: the base class's setters do not tell of it.
+/// expression that is set through the base class takes effect at the next question for rows, change of the source or
+/// turn of the event loop, whichever comes first.
 ///
 /// **The view** is the `QObject` parent. Without one the rows are looked through all the same, and nothing is hidden.
 ///
@@ -186,6 +187,11 @@ private:
     void sourceIsGone();
     void sourceWasReset();
     QModelIndex straight(const QModelIndex &source_index) const;
+    bool hasExpression() const;
+    void layTripwire();
+    void noteExpression() const;
+    void goByExpression();
+    QModelIndex settled(const QModelIndex &asked_for) const;
 
     bool passesExpression(const QRegExp &expression, int source_row, const QModelIndex &source_parent) const;
     const QString *plainText(const QModelIndex &source_index) const;
@@ -213,8 +219,11 @@ private:
     TaviTreeModel *straight_source = nullptr; // the source model while rows are straight
     std::vector<QMetaObject::Connection> source_connections;
     QList<QPair<QModelIndex, QPersistentModelIndex>> moving_indexes; // kept indexes while the source's layout changes
-    std::vector<bool> open_brackets; // of row and column signals of the source: which were passed on
-    int structure = 0;               // counts what comes, goes and moves, so that a run notices
+    std::vector<bool> open_brackets;                                 // of signals of the source: which were passed on
+    bool tripwire_lies = false;          // the base class has the table that makes it ask for rows
+    bool accepts_all = false;            // while that table gives way to the real ones
+    mutable bool expression_due = false; // an expression came through the base class
+    int structure = 0;                   // counts what comes, goes and moves, so that a run notices
 
     // What the last run over all rows went by; anything else calls for another one.
     std::vector<bool> searched_without;

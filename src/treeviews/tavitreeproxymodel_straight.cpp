@@ -8,12 +8,18 @@
 // The base class moves indexes that are kept (of the view's selection, of open and of hidden rows) through the
 // virtual mapToSource() and mapFromSource(). That is used to change over: while the rows are `Leaving`, the first
 // reads the old kind and the second makes the new kind.
+//
+// The base class's setters of a filter expression are no virtual operations and tell nobody, but they ask
+// filterAcceptsRow() for the rows of tables that exist. So one table is made as a tripwire: of the top level, with
+// every row left out, and never brought up to date. When it is asked for, an expression is there; then the base
+// class is in the midst of its tables, and the change waits for the next question for rows, or for the event loop.
 #include "treeviews/tavitreeproxymodel.h"
 
 #include "treeviews/tavitreeitem.h"
 #include "treeviews/tavitreeitem_p.h"
 #include "treeviews/tavitreemodel.h"
 #include "treeviews/tavitreemodel_p.h"
+#include "treeviews/tavitreeproxymodel_p.h"
 
 #include <QSignalBlocker>
 
@@ -60,18 +66,29 @@ const Connection of_base_class[] = {
     {SIGNAL(modelReset()), SLOT(_q_sourceReset())},
 };
 
+const char *required_besides = nullptr;
+
+bool baseClassHas(const char *slot)
+{
+    return QSortFilterProxyModel::staticMetaObject.indexOfSlot(slot) >= 0;
+}
+
 /// Whether this release of the base class has all of these slots. If not, it is never cut off.
 bool baseClassIsKnown()
 {
     static const bool known =
         std::all_of(std::begin(of_base_class), std::end(of_base_class), [](const Connection &c) {
-            const QByteArray slot = QMetaObject::normalizedSignature(c.slot + 1);
-            return QSortFilterProxyModel::staticMetaObject.indexOfSlot(slot.constData()) >= 0;
+            return baseClassHas(QMetaObject::normalizedSignature(c.slot + 1).constData());
         });
-    return known;
+    return known && (!required_besides || baseClassHas(required_besides));
 }
 
 } // namespace
+
+void requireSlotOfBaseClass(const char *slot)
+{
+    required_besides = slot;
+}
 
 bool TaviTreeProxyModel::canBeStraight(const QAbstractItemModel *source) const
 {
@@ -89,6 +106,7 @@ void TaviTreeProxyModel::setSourceModel(QAbstractItemModel *source)
         for (const Connection &connection : of_base_class)
             disconnect(source, connection.signal, this, connection.slot);
         followSource();
+        layTripwire();
     }
     watchSource(source);
     sourceWasReset();
@@ -110,6 +128,9 @@ void TaviTreeProxyModel::takeUpSource()
     // for the rows of the new one as soon as it ends.
     const bool one_to_one = canBeStraight(sourceModel());
     rows = one_to_one ? Rows::Straight : Rows::Mapped;
+    expression_due = false;
+    tripwire_lies = false;
+    open_brackets.clear();
     straight_source = one_to_one ? qobject_cast<TaviTreeModel *>(sourceModel()) : nullptr;
 }
 
@@ -134,6 +155,7 @@ void TaviTreeProxyModel::leaveStraightRows(bool quietly)
         disconnect(connection);
     source_connections.clear();
     rows = Rows::Leaving;
+    tripwire_lies = false;
     {
         const QSignalBlocker silence(this);
         invalidate();
@@ -148,26 +170,81 @@ void TaviTreeProxyModel::leaveStraightRows(bool quietly)
         Q_EMIT layoutChanged();
 }
 
+void TaviTreeProxyModel::layTripwire()
+{
+    if (rows != Rows::Straight || tripwire_lies || !straight_source || straight_source->rowCount() == 0)
+        return;
+    QSortFilterProxyModel::rowCount(); // makes the table
+    tripwire_lies = true;
+}
+
+bool TaviTreeProxyModel::hasExpression() const
+{
+    return !filterRegExp().pattern().isEmpty();
+}
+
+void TaviTreeProxyModel::noteExpression() const
+{
+    if (expression_due || !hasExpression())
+        return;
+    expression_due = true;
+    auto *const self = const_cast<TaviTreeProxyModel *>(this);
+    QMetaObject::invokeMethod(
+        self, [self] { self->goByExpression(); }, Qt::QueuedConnection);
+}
+
+void TaviTreeProxyModel::goByExpression()
+{
+    if (!expression_due || !open_brackets.empty())
+        return;
+    expression_due = false;
+    if (rows != Rows::Straight || !hasExpression())
+        return;
+    accepts_all = true; // first the rows as they are, then those that go
+    leaveStraightRows(false);
+    rowCount();
+    accepts_all = false;
+    invalidateFilter();
+}
+
+QModelIndex TaviTreeProxyModel::settled(const QModelIndex &asked_for) const
+{
+    if (!expression_due)
+        return asked_for;
+    const QPersistentModelIndex kept(asked_for);
+    const_cast<TaviTreeProxyModel *>(this)->goByExpression();
+    return kept;
+}
+
 void TaviTreeProxyModel::followSource()
 {
     using M = QAbstractItemModel;
     const auto follow = [this](auto signal, auto reaction) {
         source_connections.push_back(connect(straight_source, signal, this, reaction));
     };
+    // Between the beginning and the end of a change the rows stay straight: signals carry indexes of that kind.
     const auto open = [this](bool passed_on) {
         open_brackets.push_back(passed_on);
         return passed_on;
     };
-    const auto close = [this] {
+    const auto close = [this](auto end) {
         if (open_brackets.empty())
-            return false;
-        const bool passed_on = open_brackets.back();
-        open_brackets.pop_back();
-        return passed_on;
+            return;
+        if (open_brackets.back())
+            end();
+        if (!open_brackets.empty())
+            open_brackets.pop_back();
+        if (!tripwire_lies) // the first rows: nothing told of an expression that was set before
+            noteExpression();
+        layTripwire();
+        goByExpression();
     };
     follow(&M::dataChanged, [this](const QModelIndex &from, const QModelIndex &to, const QVector<int> &roles) {
-        if (from.isValid() && to.isValid())
-            Q_EMIT dataChanged(straight(from), straight(to), roles);
+        if (!from.isValid() || !to.isValid())
+            return;
+        goByExpression();
+        // Where that has made the base class follow the source, it will do so from the next signal on.
+        Q_EMIT dataChanged(mapFromSource(from), mapFromSource(to), roles);
     });
     follow(&M::headerDataChanged, [this](Qt::Orientation orientation, int first, int last) {
         Q_EMIT headerDataChanged(orientation, first, last);
@@ -177,50 +254,34 @@ void TaviTreeProxyModel::followSource()
         if (open(first >= 0 && last >= first))
             beginInsertRows(straight(parent), first, last);
     });
-    follow(&M::rowsInserted, [this, close] {
-        if (close())
-            endInsertRows();
-    });
+    follow(&M::rowsInserted, [this, close] { close([this] { endInsertRows(); }); });
     follow(&M::rowsAboutToBeRemoved, [this, open](const QModelIndex &parent, int first, int last) {
         if (open(first >= 0 && last >= first))
             beginRemoveRows(straight(parent), first, last);
     });
-    follow(&M::rowsRemoved, [this, close] {
-        if (close())
-            endRemoveRows();
-    });
+    follow(&M::rowsRemoved, [this, close] { close([this] { endRemoveRows(); }); });
     follow(&M::columnsAboutToBeInserted, [this, open](const QModelIndex &parent, int first, int last) {
         if (open(first >= 0 && last >= first))
             beginInsertColumns(straight(parent), first, last);
     });
-    follow(&M::columnsInserted, [this, close] {
-        if (close())
-            endInsertColumns();
-    });
+    follow(&M::columnsInserted, [this, close] { close([this] { endInsertColumns(); }); });
     follow(&M::columnsAboutToBeRemoved, [this, open](const QModelIndex &parent, int first, int last) {
         if (open(first >= 0 && last >= first))
             beginRemoveColumns(straight(parent), first, last);
     });
-    follow(&M::columnsRemoved, [this, close] {
-        if (close())
-            endRemoveColumns();
-    });
+    follow(&M::columnsRemoved, [this, close] { close([this] { endRemoveColumns(); }); });
     follow(&M::rowsAboutToBeMoved,
            [this, open](const QModelIndex &parent, int first, int last, const QModelIndex &to, int row) {
-               open(beginMoveRows(straight(parent), first, last, straight(to), row));
+               open(true);
+               open_brackets.back() = beginMoveRows(straight(parent), first, last, straight(to), row);
            });
-    follow(&M::rowsMoved, [this, close] {
-        if (close())
-            endMoveRows();
-    });
+    follow(&M::rowsMoved, [this, close] { close([this] { endMoveRows(); }); });
     follow(&M::columnsAboutToBeMoved,
            [this, open](const QModelIndex &parent, int first, int last, const QModelIndex &to, int column) {
-               open(beginMoveColumns(straight(parent), first, last, straight(to), column));
+               open(true);
+               open_brackets.back() = beginMoveColumns(straight(parent), first, last, straight(to), column);
            });
-    follow(&M::columnsMoved, [this, close] {
-        if (close())
-            endMoveColumns();
-    });
+    follow(&M::columnsMoved, [this, close] { close([this] { endMoveColumns(); }); });
     const auto parents_of = [this](const QList<QPersistentModelIndex> &parents) {
         QList<QPersistentModelIndex> mapped;
         for (const QPersistentModelIndex &parent : parents)
@@ -228,7 +289,8 @@ void TaviTreeProxyModel::followSource()
         return mapped;
     };
     follow(&M::layoutAboutToBeChanged,
-           [this, parents_of](const QList<QPersistentModelIndex> &parents, M::LayoutChangeHint hint) {
+           [this, open, parents_of](const QList<QPersistentModelIndex> &parents, M::LayoutChangeHint hint) {
+               open(true);
                Q_EMIT layoutAboutToBeChanged(parents_of(parents), hint);
                moving_indexes.clear();
                const QModelIndexList kept = persistentIndexList();
@@ -236,14 +298,22 @@ void TaviTreeProxyModel::followSource()
                    moving_indexes.append({index, mapToSource(index)});
            });
     follow(&M::layoutChanged,
-           [this, parents_of](const QList<QPersistentModelIndex> &parents, M::LayoutChangeHint hint) {
-               for (const auto &[before, now] : qAsConst(moving_indexes))
-                   changePersistentIndex(before, straight(now));
-               moving_indexes.clear();
-               Q_EMIT layoutChanged(parents_of(parents), hint);
+           [this, close, parents_of](const QList<QPersistentModelIndex> &parents, M::LayoutChangeHint hint) {
+               close([&] {
+                   for (const auto &[before, now] : qAsConst(moving_indexes))
+                       changePersistentIndex(before, straight(now));
+                   moving_indexes.clear();
+                   Q_EMIT layoutChanged(parents_of(parents), hint);
+               });
            });
-    follow(&M::modelAboutToBeReset, [this] { beginResetModel(); });
-    follow(&M::modelReset, [this] { endResetModel(); });
+    follow(&M::modelAboutToBeReset, [this, open] {
+        open(true);
+        beginResetModel();
+    });
+    follow(&M::modelReset, [this, close] {
+        tripwire_lies = false; // so that an expression is looked for
+        close([this] { endResetModel(); });
+    });
 }
 
 QModelIndex TaviTreeProxyModel::straight(const QModelIndex &source_index) const
@@ -264,13 +334,15 @@ QModelIndex TaviTreeProxyModel::mapToSource(const QModelIndex &proxy_index) cons
 
 QModelIndex TaviTreeProxyModel::mapFromSource(const QModelIndex &source_index) const
 {
+    settled({});
     if (rows != Rows::Straight)
         return QSortFilterProxyModel::mapFromSource(source_index);
     return straight_source && source_index.model() == straight_source ? straight(source_index) : QModelIndex();
 }
 
-QModelIndex TaviTreeProxyModel::index(int row, int column, const QModelIndex &parent) const
+QModelIndex TaviTreeProxyModel::index(int row, int column, const QModelIndex &asked_parent) const
 {
+    const QModelIndex parent = settled(asked_parent);
     if (rows != Rows::Straight)
         return QSortFilterProxyModel::index(row, column, parent);
     if (!straight_source)
@@ -326,8 +398,9 @@ QModelIndex TaviTreeProxyModel::sibling(int row, int column, const QModelIndex &
     return straight(straight_source->sibling(row, column, mapToSource(index)));
 }
 
-int TaviTreeProxyModel::rowCount(const QModelIndex &parent) const
+int TaviTreeProxyModel::rowCount(const QModelIndex &asked_parent) const
 {
+    const QModelIndex parent = settled(asked_parent);
     if (rows != Rows::Straight)
         return QSortFilterProxyModel::rowCount(parent);
     return straight_source ? straight_source->rowCount(mapToSource(parent)) : 0;
@@ -340,8 +413,9 @@ int TaviTreeProxyModel::columnCount(const QModelIndex &parent) const
     return straight_source ? straight_source->columnCount(mapToSource(parent)) : 0;
 }
 
-bool TaviTreeProxyModel::hasChildren(const QModelIndex &parent) const
+bool TaviTreeProxyModel::hasChildren(const QModelIndex &asked_parent) const
 {
+    const QModelIndex parent = settled(asked_parent);
     if (rows != Rows::Straight)
         return QSortFilterProxyModel::hasChildren(parent);
     if (!straight_source)
@@ -408,6 +482,7 @@ bool TaviTreeProxyModel::removeColumns(int column, int count, const QModelIndex 
 
 void TaviTreeProxyModel::sort(int column, Qt::SortOrder order)
 {
+    goByExpression();
     if (rows == Rows::Straight && column >= 0) {
         Q_EMIT layoutAboutToBeChanged(QList<QPersistentModelIndex>(), VerticalSortHint);
         leaveStraightRows(true);

@@ -31,6 +31,9 @@ void TestKeywordMatcher::matches_data()
     row("with regard to case", "yan", "CYAN 50", false, false);
     row("with regard to case, same", "YAN", "CYAN 50", false, true);
     row("at the end", "50", "cyan 50", true, true);
+    row("first and last letter", "az", "AZ", true, true);
+    row("beside the letters", "@[`{", "@[`{", true, true);
+    row("beside the letters, another", "`{", "@[", true, false);
     row("whole text", "cyan", "Cyan", true, true);
     row("too long", "cyans", "Cyan", true, false);
     row("begins twice", "aab", "aaab", true, true);

@@ -121,6 +121,8 @@ private Q_SLOTS:
     void aSlotRemovesTheRowThatIsWritten();
     void aSlotMovesTheRowThatIsWritten();
     void aProxysIndexServesToo();
+    void anIndexWithoutAnItem();
+    void anItemThatSpeaksForAnotherAnswersForIt();
     void itemFromIndexOfAForeignModelIsNull();
     void itemFromIdSeesTheTopLevel();
     void indexFromIdSeesTheWholeTree();
@@ -379,6 +381,38 @@ void TestTaviTreeModel::aProxysIndexServesToo()
     QCOMPARE(int(model.flags(through)), 33);
     QCOMPARE(model.itemsFromIndexList({through, proxy.index(0, 1), model.index(0, 0)}),
              (QList<TaviTreeItem *>{a, a, a}));
+}
+
+void TestTaviTreeModel::anIndexWithoutAnItem()
+{
+    TaviTreeModel model(two_columns, nullptr);
+    model.appendItem(newItem("a"));
+    QStandardItemModel foreign(1, 1);
+    const QModelIndex index = foreign.index(0, 0);
+    QCOMPARE(int(model.flags(index)), 33);
+    QCOMPARE(model.rowCount(index), 0);
+    QCOMPARE(model.columnCount(index), 0);
+    QVERIFY(!model.index(0, 0, index).isValid());
+    QVERIFY(!model.parent(index).isValid());
+}
+
+void TestTaviTreeModel::anItemThatSpeaksForAnotherAnswersForIt()
+{
+    // The item is the one whose address role 33 gives.
+    TaviTreeItem original({QStringLiteral("original")}, nullptr);
+    original.setEditable(0, true);
+    TaviTreeItem *const child = newItem("child");
+    original.appendChild(child);
+    TaviTreeModel model(two_columns, nullptr);
+    model.appendItem(new MirrorItem(&original));
+    const QModelIndex of_mirror = model.index(0, 0);
+    QCOMPARE(TaviTreeModel::itemFromIndex(of_mirror), &original);
+    QCOMPARE(int(model.flags(of_mirror)), 35);
+    QCOMPARE(model.rowCount(of_mirror), 1);
+    QCOMPARE(model.columnCount(of_mirror), 1);
+    QCOMPARE(model.index(0, 0, of_mirror).internalPointer(), static_cast<void *>(child));
+    QVERIFY(model.setData(of_mirror, QStringLiteral("new"), Qt::EditRole));
+    QCOMPARE(textOf(&original), QStringLiteral("new"));
 }
 
 void TestTaviTreeModel::itemFromIndexOfAForeignModelIsNull()

@@ -26,6 +26,93 @@ public:
     TaviTreeItem *victim;
 };
 
+/// Writes down which operations with a parent are called, all of them with null.
+class CallsModel : public TaviTreeModel
+{
+public:
+    CallsModel() : TaviTreeModel({QStringLiteral("Name")}, nullptr) {}
+    using TaviTreeModel::appendItem;
+    using TaviTreeModel::appendItems;
+    using TaviTreeModel::insertItem;
+    using TaviTreeModel::insertItems;
+    using TaviTreeModel::removeAllItems;
+    using TaviTreeModel::removeItem;
+    using TaviTreeModel::removeItems;
+    using TaviTreeModel::takeAllItems;
+    using TaviTreeModel::takeItem;
+    using TaviTreeModel::takeItems;
+    void appendItem(TaviTreeItem *item, TaviTreeItem *parent) override
+    {
+        note("append", parent);
+        TaviTreeModel::appendItem(item, parent);
+    }
+    void appendItems(QList<TaviTreeItem *> items, TaviTreeItem *parent) override
+    {
+        note("append+", parent);
+        TaviTreeModel::appendItems(items, parent);
+    }
+    void insertItem(int row, TaviTreeItem *item, TaviTreeItem *parent) override
+    {
+        note("insert", parent);
+        TaviTreeModel::insertItem(row, item, parent);
+    }
+    void insertItems(int row, const QList<TaviTreeItem *> &items, TaviTreeItem *parent) override
+    {
+        note("insert+", parent);
+        TaviTreeModel::insertItems(row, items, parent);
+    }
+    void removeItem(TaviTreeItem *item, TaviTreeItem *parent) override
+    {
+        note("remove", parent);
+        TaviTreeModel::removeItem(item, parent);
+    }
+    void removeItem(int id, TaviTreeItem *parent) override
+    {
+        note("id", parent);
+        TaviTreeModel::removeItem(id, parent);
+    }
+    void removeItems(QList<TaviTreeItem *> items, TaviTreeItem *parent) override
+    {
+        note("remove+", parent);
+        TaviTreeModel::removeItems(items, parent);
+    }
+    void removeAllItems() override
+    {
+        if (clearing)
+            made.append(QStringLiteral("clear"));
+        TaviTreeModel::removeAllItems();
+    }
+    void removeAllItems(TaviTreeItem *parent) override
+    {
+        note("remove*", parent);
+        clearing = true; // what comes next is clear()
+        TaviTreeModel::removeAllItems(parent);
+    }
+    TaviTreeItem *takeItem(TaviTreeItem *item, TaviTreeItem *parent) override
+    {
+        note("take", parent);
+        return TaviTreeModel::takeItem(item, parent);
+    }
+    QList<TaviTreeItem *> takeItems(const QList<TaviTreeItem *> &items, TaviTreeItem *parent) override
+    {
+        note("take+", parent);
+        return TaviTreeModel::takeItems(items, parent);
+    }
+    QList<TaviTreeItem *> takeAllItems(TaviTreeItem *parent) override
+    {
+        note("take*", parent);
+        return TaviTreeModel::takeAllItems(parent);
+    }
+    QStringList made;
+
+private:
+    void note(const char *name, const TaviTreeItem *parent)
+    {
+        made.append(QString::fromLatin1(name) + (parent ? QStringLiteral("!") : QString()));
+    }
+    bool clearing = false;
+};
+
 } // namespace
 
 class TestTaviTreeModelRows : public TaviTest
@@ -61,6 +148,7 @@ private Q_SLOTS:
     void takeAllItems();
     void takeAllItemsWithAParentMovesNothing();
     void emptyListsDoNothing();
+    void formsWithoutAParentCallThoseWithOne();
     void anItemOfAnotherParentIsNotChecked();
     void resetModel();
     void flattenIsSilent();
@@ -335,6 +423,28 @@ void TestTaviTreeModelRows::emptyListsDoNothing()
     QCOMPARE(told->take(), QString());
 }
 
+void TestTaviTreeModelRows::formsWithoutAParentCallThoseWithOne()
+{
+    CallsModel calls;
+    TaviTreeItem *const item = newItem("a");
+    calls.appendItem(item);
+    calls.appendItems({newItem("b")});
+    calls.insertItem(0, newItem("c"));
+    calls.insertItems(0, {newItem("d")});
+    delete calls.takeItem(calls.itemAt(0));
+    qDeleteAll(calls.takeItems({calls.itemAt(0)}));
+    calls.removeItem(item->id());
+    calls.removeItems({calls.itemAt(0)});
+    calls.appendItem(newItem("e"));
+    calls.removeItem(calls.itemAt(0));
+    QVERIFY(calls.takeAllItems().isEmpty());
+    calls.removeAllItems();
+    calls.clear();
+    QCOMPARE(calls.made.join(QLatin1Char(' ')),
+             QStringLiteral("append append+ insert insert+ take take+ id remove remove+ append remove take* remove* "
+                            "clear remove*"));
+}
+
 void TestTaviTreeModelRows::anItemOfAnotherParentIsNotChecked()
 {
     TaviTreeItem *b1 = addItem(b, "b1");
@@ -342,6 +452,7 @@ void TestTaviTreeModelRows::anItemOfAnotherParentIsNotChecked()
     QCOMPARE(told->take(), QStringLiteral("about- 0-0; - 0-0"));
     QCOMPARE(b->childCount(), 1);
     QCOMPARE(model->takeItem(b1), nullptr);
+    QCOMPARE(told->take(), QStringLiteral("about- 0-0; - 0-0"));
     QCOMPARE(texts(), QStringLiteral("abc"));
 }
 

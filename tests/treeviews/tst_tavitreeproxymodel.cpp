@@ -2,6 +2,7 @@
 #include "tests/support/tavitest.h"
 #include "tests/treeviews/filteredview.h"
 #include "tests/treeviews/modelsignals.h"
+#include "treeviews/tavitreeproxymodel_p.h"
 #include "treeviews/tavitreeview.h"
 
 #include <QAbstractItemModelTester>
@@ -31,6 +32,77 @@ public:
     bool decides = true;
 };
 
+/// Moves rows and turns their order around, as applications' models may.
+class MovingModel : public TaviTreeModel
+{
+public:
+    MovingModel() : TaviTreeModel({QStringLiteral("Name"), QStringLiteral("Note")}, nullptr) {}
+    void move(int row, TaviTreeItem *to)
+    {
+        TaviTreeItem *const root = to->parentTreeItem();
+        beginMoveRows(QModelIndex(), row, row, indexFromItem(to), to->childCount());
+        to->appendChild(root->takeChild(root->child(row)));
+        endMoveRows();
+    }
+    void turnAround()
+    {
+        Q_EMIT layoutAboutToBeChanged();
+        const QModelIndexList before = persistentIndexList();
+        TaviTreeItem *const root = itemAt(0)->parentTreeItem();
+        const QList<TaviTreeItem *> items = root->children();
+        for (TaviTreeItem *item : items)
+            root->insertChild(0, item);
+        QModelIndexList now;
+        for (const QModelIndex &index : before) {
+            auto *const item = static_cast<TaviTreeItem *>(index.internalPointer());
+            now.append(createIndex(item->row(), index.column(), item));
+        }
+        changePersistentIndexList(before, now);
+        Q_EMIT layoutChanged();
+    }
+};
+
+/// Says yes to everything, and does nothing.
+class ObligingModel : public TaviTreeModel
+{
+public:
+    ObligingModel() : TaviTreeModel({QStringLiteral("Name"), QStringLiteral("Note")}, nullptr)
+    {
+        appendItem(newItem({QString(), QString()}));
+    }
+    bool insertRows(int row, int count, const QModelIndex &parent) override
+    {
+        return note("rows+", row, count, parent);
+    }
+    bool removeRows(int row, int count, const QModelIndex &parent) override
+    {
+        return note("rows-", row, count, parent);
+    }
+    bool insertColumns(int column, int count, const QModelIndex &parent) override
+    {
+        return note("columns+", column, count, parent);
+    }
+    bool removeColumns(int column, int count, const QModelIndex &parent) override
+    {
+        return note("columns-", column, count, parent);
+    }
+    using TaviTreeModel::setHeaderData;
+    bool setHeaderData(int section, Qt::Orientation, const QVariant &, int role) override
+    {
+        return note("header", section, role, last_parent);
+    }
+    QStringList asked;
+    QModelIndex last_parent;
+
+private:
+    bool note(const char *what, int first, int count, const QModelIndex &parent)
+    {
+        last_parent = parent;
+        asked.append(QStringLiteral("%1%2:%3").arg(QLatin1String(what)).arg(first).arg(count));
+        return true;
+    }
+};
+
 class Comparing : public TaviTreeProxyModel
 {
 public:
@@ -52,6 +124,8 @@ private Q_SLOTS:
     void rowsAreMapped();
     void listsAreMappedInOrder();
     void aForeignSourceIsShown();
+    void columnsThatComeAndGoAreFiltered();
+    void rowsThatMoveAreCounted();
     void rowsThatComeAndGoAreTold();
     void emptyBracketsAreNotPassedOn();
     void sortKeepsIndexes();
@@ -71,6 +145,13 @@ private Q_SLOTS:
     void expressionSkipsHiddenColumns();
     void expressionFindsNothingBelowBareParents();
     void expressionKeepsIndexesThatStay();
+    void expressionThroughTheBaseClass_data();
+    void expressionThroughTheBaseClass();
+    void expressionThroughTheBaseClassIsToldByTheEventLoop();
+    void expressionThroughTheBaseClassHoldsForWhatComes_data();
+    void expressionThroughTheBaseClassHoldsForWhatComes();
+    void otherSettingsThroughTheBaseClassChangeNothing();
+    void anUnknownBaseClassIsLeftAlone();
     void headerGoesThrough();
     void writingGoesThrough();
     void aDragCarriesWhatCanBeWritten();
@@ -212,6 +293,45 @@ void TestTaviTreeProxyModel::aForeignSourceIsShown()
     QCOMPARE(view->shown(), QStringLiteral("twofold two"));
     proxy->setSourceModel(model.get());
     QCOMPARE(view->shown(), QString());
+}
+
+void TestTaviTreeProxyModel::columnsThatComeAndGoAreFiltered()
+{
+    QStandardItemModel foreign(1, 2);
+    foreign.setData(foreign.index(0, 0), QStringLiteral("one"));
+    foreign.setData(foreign.index(0, 1), QStringLiteral("two"));
+    proxy->setSourceModel(&foreign);
+    proxy->filter(QStringLiteral("two"));
+    QCOMPARE(view->shown(), QStringLiteral("one"));
+    view->status_updates = 0;
+    foreign.insertColumn(0);
+    QCOMPARE(view->status_updates, 1);
+    foreign.removeColumn(2);
+    QCOMPARE(view->status_updates, 2);
+    QCOMPARE(view->shown(), QString());
+    proxy->setSourceModel(model.get());
+}
+
+void TestTaviTreeProxyModel::rowsThatMoveAreCounted()
+{
+    MovingModel moving;
+    for (const char *text : {"a", "b", "c"})
+        moving.appendItem(newItem({QString::fromUtf8(text), QString()}));
+    FilteredView shown(&moving);
+    shown.reset();
+    QCOMPARE(shown.proxy->visibleTopLevelRows(), 3);
+    const QPersistentModelIndex kept(shown.proxy->index(2, 1));
+    ModelSignals told(shown.proxy);
+    moving.move(0, moving.itemAt(1)); // a under b
+    QCOMPARE(shown.shown(), QStringLiteral("b(a) c"));
+    QCOMPARE(kept.row(), 1);
+    QCOMPARE(shown.proxy->visibleTopLevelRows(), 2);
+    QCOMPARE(told.take(), QString()); // a move is no coming and going
+    moving.turnAround();
+    QCOMPARE(told.take(), QStringLiteral("about layout; layout"));
+    QCOMPARE(shown.shown(), QStringLiteral("c b(a)"));
+    QCOMPARE(kept.row(), 0);
+    QCOMPARE(TaviTreeModel::itemFromIndex(kept), moving.itemAt(0));
 }
 
 void TestTaviTreeProxyModel::rowsThatComeAndGoAreTold()
@@ -372,6 +492,7 @@ void TestTaviTreeProxyModel::textsSortWithoutRegardToCase()
     comparing.setSortCaseSensitivity(Qt::CaseSensitive);
     QVERIFY(comparing.lessThan(of_b, of_a));
     comparing.setSortLocaleAware(true);
+    comparing.setSortCaseSensitivity(Qt::CaseInsensitive);
     QCOMPARE(comparing.lessThan(of_a, of_b),
              QString::localeAwareCompare(QStringLiteral("a"), QStringLiteral("B")) < 0);
     comparing.setSortLocaleAware(false);
@@ -462,6 +583,196 @@ void TestTaviTreeProxyModel::expressionKeepsIndexesThatStay()
     QVERIFY(view->isExpanded(view->indexOf(b)));
 }
 
+void TestTaviTreeProxyModel::expressionThroughTheBaseClass_data()
+{
+    QTest::addColumn<int>("how");
+    QTest::newRow("a text") << 0;
+    QTest::newRow("an expression") << 1;
+    QTest::newRow("a pattern") << 2;
+    QTest::newRow("a property") << 3;
+    QTest::newRow("after other settings") << 4;
+}
+
+void TestTaviTreeProxyModel::expressionThroughTheBaseClass()
+{
+    QFETCH(int, how);
+    const QAbstractItemModelTester tester(proxy, QAbstractItemModelTester::FailureReportingMode::Fatal);
+    view->expand(view->indexOf(b));
+    const QPersistentModelIndex kept(view->indexOf(b->child(1)));
+    const QPersistentModelIndex doomed(view->indexOf(a));
+    QSortFilterProxyModel *const base = proxy;
+    switch (how) {
+    case 0:
+        base->setFilterFixedString(QStringLiteral("b1"));
+        break;
+    case 1:
+        base->setFilterRegExp(QRegExp(QStringLiteral("^b1$")));
+        break;
+    case 2:
+        base->setFilterWildcard(QStringLiteral("b1"));
+        break;
+    case 3:
+        QVERIFY(base->setProperty("filterRegExp", QRegExp(QStringLiteral("b1"))));
+        break;
+    default:
+        base->setFilterKeyColumn(0);
+        base->setFilterRole(34);
+        base->setDynamicSortFilter(false);
+        base->setRecursiveFilteringEnabled(true);
+        base->setRecursiveFilteringEnabled(false);
+        base->invalidate();
+        model->insertItem(0, newItem("front"));
+        base->setFilterRegExp(QStringLiteral("b1"));
+        base->setDynamicSortFilter(true);
+        break;
+    }
+    QCOMPARE(proxy->rowCount(), 1);
+    QCOMPARE(view->shown(), QStringLiteral("b(b1)"));
+    QCOMPARE(kept.data().toString(), QStringLiteral("b1"));
+    QCOMPARE(kept.row(), 0);
+    QVERIFY(!doomed.isValid());
+    QVERIFY(view->isExpanded(view->indexOf(b)));
+    QCOMPARE(proxy->mapToSource(kept), model->indexFromItem(b->child(1)));
+    QVERIFY(!proxy->mapFromSource(model->indexFromItem(a)).isValid());
+    base->setFilterFixedString(QString());
+    QCOMPARE(proxy->rowCount(), model->rowCount());
+}
+
+void TestTaviTreeProxyModel::expressionThroughTheBaseClassIsToldByTheEventLoop()
+{
+    const QModelIndex of_b = proxy->index(0, 0); // an index of before may be what is asked with
+    TaviTreeProxyModel asked;
+    asked.setSourceModel(model.get());
+    const QModelIndex asked_b = asked.index(0, 0);
+    static_cast<QSortFilterProxyModel &>(asked).setFilterFixedString(QStringLiteral("b1"));
+    QCOMPARE(asked.rowCount(asked_b), 1);
+    QCOMPARE(proxy->rowCount(of_b), 2);
+    QSortFilterProxyModel *const base = proxy;
+    base->setFilterFixedString(QStringLiteral("A"));
+    ModelSignals told(proxy);
+    QCoreApplication::processEvents();
+    QCOMPARE(told.take(), QStringLiteral("about layout; layout; about- 2-2; - 2-2; about- 0-0; - 0-0"));
+    QCOMPARE(view->shown(), QStringLiteral("A"));
+    // Set and taken back in one go it leaves everything as it was.
+    TaviTreeProxyModel other;
+    other.setSourceModel(model.get());
+    QSortFilterProxyModel &other_base = other;
+    other_base.setFilterFixedString(QStringLiteral("A"));
+    other_base.setFilterFixedString(QString());
+    ModelSignals told_other(&other);
+    QCoreApplication::processEvents();
+    QCOMPARE(told_other.take(), QString());
+    QCOMPARE(other.rowCount(), 3);
+    QCOMPARE(other.index(0, 0).internalPointer(), static_cast<void *>(b));
+}
+
+void TestTaviTreeProxyModel::expressionThroughTheBaseClassHoldsForWhatComes_data()
+{
+    QTest::addColumn<int>("what");
+    QTest::addColumn<QString>("shown");
+    QTest::newRow("rows") << 0 << QStringLiteral("A Ab");
+    QTest::newRow("rows below") << 1 << QStringLiteral("b(Ab) A");
+    QTest::newRow("rows go") << 2 << QString();
+    QTest::newRow("a text changes") << 3 << QStringLiteral("b(Ab) A");
+    QTest::newRow("a reset") << 4 << QStringLiteral("A");
+    QTest::newRow("rows in an empty model") << 5 << QStringLiteral("Ab");
+    QTest::newRow("a reset of an empty model") << 6 << QStringLiteral("Ab");
+    QTest::newRow("a sort") << 7 << QStringLiteral("A");
+}
+
+void TestTaviTreeProxyModel::expressionThroughTheBaseClassHoldsForWhatComes()
+{
+    QFETCH(int, what);
+    QFETCH(QString, shown);
+    const QAbstractItemModelTester tester(proxy, QAbstractItemModelTester::FailureReportingMode::Fatal);
+    if (what == 5 || what == 6)
+        model->clear();
+    QSortFilterProxyModel *const base = proxy;
+    base->setFilterRegExp(QStringLiteral("^A"));
+    const auto row = [](const char *text) {
+        return newItem({QString::fromUtf8(text), QString()});
+    };
+    switch (what) {
+    case 0:
+        model->appendItems({row("d"), row("Ab")});
+        break;
+    case 1:
+        model->appendItem(row("Ab"), b);
+        break;
+    case 2:
+        model->removeItem(a);
+        break;
+    case 3:
+        model->setData(model->index(0, 0, model->index(0, 0)), QStringLiteral("Ab"), Qt::EditRole);
+        model->setData(model->index(1, 0, model->index(0, 0)), QStringLiteral("Ac"), Qt::EditRole);
+        model->setData(model->index(1, 0, model->index(0, 0)), QStringLiteral("b1"), Qt::EditRole);
+        break;
+    case 4:
+        model->resetModel();
+        break;
+    case 5:
+        model->appendItems({row("d"), row("Ab")});
+        break;
+    case 6:
+        a = row("Ab");
+        model->appendItems({row("x"), a});
+        model->resetModel();
+        break;
+    default:
+        proxy->sort(0);
+        break;
+    }
+    QCOMPARE(view->shown(), shown);
+    model->appendItem(row("z"));
+    QCOMPARE(view->shown(), shown);
+}
+
+void TestTaviTreeProxyModel::otherSettingsThroughTheBaseClassChangeNothing()
+{
+    // All columns are searched for an expression, and the texts, whatever key column and role say.
+    QSortFilterProxyModel *const base = proxy;
+    ModelSignals told(proxy);
+    base->setFilterKeyColumn(0);
+    base->setFilterRole(40);
+    base->setFilterCaseSensitivity(Qt::CaseSensitive);
+    QCOMPARE(told.take(), QString());
+    QCOMPARE(proxy->index(0, 0).internalPointer(), static_cast<void *>(b)); // still one to one
+    base->setFilterFixedString(QStringLiteral("3"));
+    QCOMPARE(view->shown(), QStringLiteral("A"));
+}
+
+void TestTaviTreeProxyModel::anUnknownBaseClassIsLeftAlone()
+{
+    requireSlotOfBaseClass("_q_sourceReset()");
+    proxy->setSourceModel(nullptr);
+    proxy->setSourceModel(model.get());
+    QCOMPARE(proxy->index(0, 0).internalPointer(), static_cast<void *>(b));
+    requireSlotOfBaseClass("_q_noSuchSlot()");
+    proxy->setSourceModel(nullptr);
+    proxy->setSourceModel(model.get());
+    requireSlotOfBaseClass(nullptr);
+    const QAbstractItemModelTester tester(proxy, QAbstractItemModelTester::FailureReportingMode::Fatal);
+    QVERIFY(proxy->index(0, 0).internalPointer() != static_cast<void *>(b));
+    QCOMPARE(view->shown(), QStringLiteral("b(b2 b1) A c"));
+    ModelSignals told(proxy);
+    model->appendItem(newItem({QStringLiteral("d"), QString()}));
+    model->removeItem(a);
+    QCOMPARE(told.take(), QStringLiteral("about+ 3-3; + 3-3; about- 1-1; - 1-1"));
+    b->emitDataChanged();
+    QCOMPARE(told.take(), QStringLiteral("data 0,0-0,0"));
+    proxy->filter(QStringLiteral("b1"));
+    QCOMPARE(view->shown(), QStringLiteral("b(b1)"));
+    proxy->filter(QString());
+    proxy->sort(0, Qt::DescendingOrder);
+    QCOMPARE(view->shown(), QStringLiteral("d c b(b2 b1)"));
+    QSortFilterProxyModel *const base = proxy;
+    base->setFilterFixedString(QStringLiteral("b2"));
+    QCOMPARE(view->shown(), QStringLiteral("b(b2)"));
+    base->setFilterFixedString(QString());
+    model->resetModel();
+    QCOMPARE(proxy->rowCount(), 3);
+}
+
 void TestTaviTreeProxyModel::headerGoesThrough()
 {
     for (const bool sorted : {false, true}) {
@@ -482,6 +793,24 @@ void TestTaviTreeProxyModel::writingGoesThrough()
     QVERIFY(!proxy->insertColumns(0, 1));
     QVERIFY(!proxy->removeColumns(0, 1));
     QCOMPARE(proxy->rowCount(), 3);
+    for (const bool sorted : {false, true}) {
+        ObligingModel obliging;
+        TaviTreeProxyModel other;
+        other.setSourceModel(&obliging);
+        if (sorted)
+            other.sort(0);
+        const QModelIndex parent = other.index(0, 0);
+        QVERIFY(other.insertRows(0, 2, parent));
+        QVERIFY(other.insertColumns(1, 3, parent));
+        QVERIFY(other.removeColumns(0, 1, parent));
+        QVERIFY(other.setHeaderData(1, Qt::Horizontal, 5, 40));
+        QCOMPARE(obliging.asked.join(QLatin1Char(' ')),
+                 QStringLiteral("rows+0:2 columns+1:3 columns-0:1 header1:40"));
+        QVERIFY(parent.isValid() && obliging.last_parent == obliging.index(0, 0));
+        obliging.asked.clear();
+        QVERIFY(other.removeRows(0, 1));
+        QCOMPARE(obliging.asked, QStringList(QStringLiteral("rows-0:1")));
+    }
 }
 
 void TestTaviTreeProxyModel::aDragCarriesWhatCanBeWritten()
@@ -512,6 +841,19 @@ void TestTaviTreeProxyModel::anotherSource()
     proxy->setSourceModel(model.get());
     QCOMPARE(proxy->rowCount(), 4);
     QCOMPARE(view->shown(), QStringLiteral("xx"));
+    // Order and expression hold for the next source, too.
+    other.appendItem(newItem("a"));
+    proxy->filter(QString());
+    proxy->setSourceModel(&other);
+    QCOMPARE(view->shown(), QStringLiteral("a x"));
+    proxy->sort(-1);
+    proxy->setFilterFixedString(QStringLiteral("A"));
+    proxy->setSourceModel(model.get());
+    QCOMPARE(view->shown(), QStringLiteral("A"));
+    proxy->setFilterFixedString(QString());
+    proxy->setSourceModel(&other);
+    QCOMPARE(view->shown(), QStringLiteral("x a"));
+    QVERIFY(!proxy->mapFromSource(model->index(0, 0)).isValid()); // of another source
     proxy->setSourceModel(nullptr);
     QCOMPARE(proxy->rowCount(), 0);
     QVERIFY(!proxy->index(0, 0).isValid());

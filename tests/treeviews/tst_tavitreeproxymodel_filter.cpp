@@ -108,6 +108,7 @@ private Q_SLOTS:
     void updatesAreOnAfterEveryChange();
     void filterInAFilterDoesNothing();
     void inversionInARunIsOnlyStored();
+    void inversionAtTheEndOfARunIsSeenWithTheNextChange();
     void setInvertedRunsAtOnce();
     void rowsAddedAreFiltered();
     void rowsRemovedTakeTheirParentAlong();
@@ -286,11 +287,22 @@ void TestTaviTreeProxyModelFilter::aRunTellsTheStatusOnce()
     QCOMPARE(view->status_updates, 2);
     proxy->setInverted(true);
     QCOMPARE(view->status_updates, 3);
+    proxy->setInverted(true); // also where nothing changes
+    QCOMPARE(view->status_updates, 4);
+    view->status_updates = 3;
     model->setData(model->index(0, 0), QStringLiteral("aa"), Qt::EditRole);
     QCOMPARE(view->status_updates, 4);
     proxy->filter(QString());
     model->setData(model->index(0, 0), QStringLiteral("a"), Qt::EditRole);
     QCOMPARE(view->status_updates, 6);
+    for (const QString &keyword : {QStringLiteral("b"), QString()}) {
+        proxy->filter(keyword);
+        view->status_updates = 0;
+        model->resetModel();
+        QCOMPARE(view->status_updates, 1);
+        model->removeItem(model->itemAt(0));
+        QCOMPARE(view->status_updates, 2);
+    }
 }
 
 void TestTaviTreeProxyModelFilter::updatesAreOffWhileARunLasts()
@@ -346,6 +358,17 @@ void TestTaviTreeProxyModelFilter::inversionInARunIsOnlyStored()
     asked->act = nullptr;
     a->emitDataChanged(); // the next run goes by it
     QCOMPARE(view->shown(), QStringLiteral("asked a b(b1 b2) c"));
+}
+
+void TestTaviTreeProxyModelFilter::inversionAtTheEndOfARunIsSeenWithTheNextChange()
+{
+    const auto connection =
+        connect(view.get(), &FilteredView::statusUpdated, this, [&] { proxy->setInverted(true); });
+    proxy->filter(QStringLiteral("deep"));
+    disconnect(connection);
+    QCOMPARE(view->shown(), QStringLiteral("b(b1(b11))"));
+    c->emitDataChanged();
+    QCOMPARE(view->shown(), QStringLiteral("a b(b1 b2) c"));
 }
 
 void TestTaviTreeProxyModelFilter::setInvertedRunsAtOnce()

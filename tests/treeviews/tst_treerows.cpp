@@ -39,6 +39,13 @@ private Q_SLOTS:
         QCOMPARE(texts(rows), QStringList({"0", "1"}));
     }
 
+    void rowsOfDifferentParentsAreSortedByThese()
+    {
+        QModelIndexList rows = {at({1, 0}), at({0, 1}), at({0, 2})}; // each lower than the one before
+        sortInTreeOrder(rows);
+        QCOMPARE(texts(rows), QStringList({"0.1", "0.2", "1.0"}));
+    }
+
     void rowsInOrderStayAsTheyAre()
     {
         QModelIndexList rows = {at({1}), at({2}), QModelIndex(), at({3})};
