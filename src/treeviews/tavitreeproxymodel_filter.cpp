@@ -167,6 +167,7 @@ void TaviTreeProxyModel::filter(QString string)
     if (filtering_now)
         return;
     filtering_now = true;
+    ++layout_reasons;
     filter_string = string;
     if (QTreeView *const view = hidingView())
         view->setUpdatesEnabled(false);
@@ -176,13 +177,16 @@ void TaviTreeProxyModel::filter(QString string)
 
 void TaviTreeProxyModel::endRun()
 {
+    ++layout_reasons;
     if (QTreeView *const view = hidingView()) {
         if (view->testAttribute(Qt::WA_ForceUpdatesDisabled))
             view->setUpdatesEnabled(true);
         const QPointer<TaviTreeProxyModel> self(this);
+        const bool before = goByKeptCount(true);
         updateStatus(view);
         if (!self)
             return;
+        goByKeptCount(before);
     }
     filtering_now = false;
 }
@@ -231,6 +235,7 @@ bool TaviTreeProxyModel::filterRow(int row, const QModelIndex &parent)
     if (view && this_row.isValid()) {
         if (!this_row.parent().isValid())
             visible_top_rows = -1;
+        ++layout_reasons;
         view->setRowHidden(this_row.row(), this_row.parent(), !visible);
     }
     return visible;
@@ -256,6 +261,7 @@ void TaviTreeProxyModel::lookThroughChanged(const QModelIndex &parent, int first
     if (filtering_now)
         return;
     filtering_now = true;
+    ++layout_reasons;
     const auto *const source = qobject_cast<const TaviTreeModel *>(sourceModel());
     if (!runsShort()) {
         if (QTreeView *const view = hidingView())
@@ -378,13 +384,14 @@ void TaviTreeProxyModel::hiddenRowsTouched()
 int TaviTreeProxyModel::visibleTopLevelRows() const
 {
     const QTreeView *const view = hidingView();
-    if (visible_top_rows < 0 || !view_tells) {
-        const int count = rowCount();
-        visible_top_rows = count;
-        for (int row = 0; view && row < count; ++row) {
-            if (view->isRowHidden(row, QModelIndex()))
-                --visible_top_rows;
-        }
-    }
-    return visible_top_rows;
+    if (kept_count_will_do && view_tells && visible_top_rows >= 0)
+        return visible_top_rows;
+    const int rows_in_all = rowCount();
+    int count = rows_in_all;
+    for (int row = 0; view && row < rows_in_all; ++row)
+        count -= view->isRowHidden(row, QModelIndex()) ? 1 : 0;
+    if (visible_top_rows >= 0 && visible_top_rows != count)
+        hidden_unknown = true; // somebody has, and has not told
+    visible_top_rows = count;
+    return count;
 }

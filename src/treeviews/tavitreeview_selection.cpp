@@ -66,13 +66,13 @@ void TaviTreeView::selectionChanged(const QItemSelection &selected, const QItemS
 {
     QTreeView::selectionChanged(selected, deselected);
     cached_selection = selectionModel()->selection();
-    updateStatusBar(0);
+    followWithStatusBar();
 }
 
 void TaviTreeView::currentChanged(const QModelIndex &current, const QModelIndex &previous)
 {
     QTreeView::currentChanged(current, previous);
-    updateStatusBar(0);
+    followWithStatusBar();
 }
 
 QList<QModelIndex> TaviTreeView::selectedRows(int column) const

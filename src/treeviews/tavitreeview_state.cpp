@@ -11,6 +11,7 @@
 #include "treeviews/treerows_p.h"
 
 #include <QPersistentModelIndex>
+#include <QSignalBlocker>
 
 const char TaviTreeView::headers_reg_key[] = "header_state";
 
@@ -57,8 +58,10 @@ void TaviTreeView::applyExpandChanges(const QVector<ExpandChange> &changes)
     if (changes.isEmpty())
         return;
     // With a layout to come, opening a branch is a note in a table; without, it moves all rows below.
-    if (changes.size() > 1)
+    if (changes.size() > 1) {
         scheduleDelayedItemsLayout();
+        layout_is_for_us = true;
+    }
     const QPointer<TaviTreeView> self(this);
     for (const ExpandChange &change : changes) {
         if (change.index.isValid())
@@ -94,11 +97,17 @@ void TaviTreeView::visitVisibleBranches(const QList<TaviTreeItem *> &items, cons
 
 void TaviTreeView::expandVisibleBranches()
 {
+    if (!sourceModel()) {
+        expandAll();
+        return;
+    }
     QVector<ExpandChange> changes;
     visitVisibleBranches([&](const QModelIndex &index, const TaviTreeItem *) {
         if (!isExpanded(index))
             changes.append({index, true});
     });
+    // As expandAll() does it: nobody has opened these branches.
+    const QSignalBlocker silence(this);
     applyExpandChanges(changes);
 }
 
