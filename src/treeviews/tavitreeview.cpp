@@ -131,7 +131,6 @@ void TaviTreeView::setSelectionModel(QItemSelectionModel *model)
 void TaviTreeView::reset()
 {
     QTreeView::reset();
-    cached_selection.clear();
     if (proxy_model)
         proxy_model->hiddenRowsForgotten();
 }

@@ -292,7 +292,7 @@ Q_SIGNALS:
 protected Q_SLOTS:
     /// Lets the status line follow.
     void currentChanged(const QModelIndex &current, const QModelIndex &previous) override;
-    /// Takes up what is selected now, and lets the status line follow.
+    /// Lets the status line follow.
     void selectionChanged(const QItemSelection &selected, const QItemSelection &deselected) override;
     /// Applies a keyword. An empty one shows all rows and restores the expansion, any other opens the branches of
     /// visible rows.
@@ -375,6 +375,9 @@ private:
     QModelIndexList matches(int column, const QVariant &value, int role, int hits) const;
     QList<TaviTreeItem *> removeFromModel(const QList<TaviTreeItem *> &items, bool take);
     void appendRows(int column, const QModelIndex &parent, QModelIndexList &rows) const;
+    QItemSelection presentSelection() const;
+    bool hasSelection() const;
+    void select(const QItemSelection &rows, QItemSelectionModel::SelectionFlags command);
     int selectedRowCount() const;
     void visitVisibleBranches(const BranchVisitor &visit) const;
     void visitVisibleBranches(const QList<TaviTreeItem *> &items, const QModelIndex &source_parent,
@@ -398,7 +401,6 @@ private:
     QVector<ExpandState> expand_states; // parents before their children
     QPointer<QDialog> rename_dialog;
     QItemSelectionModel::SelectionFlags invalid_index_selection_command = QItemSelectionModel::Clear;
-    QItemSelection cached_selection; // what is selected, as of the last change
 
     // From startFiltering() to stopFiltering().
     bool filter_session = false;

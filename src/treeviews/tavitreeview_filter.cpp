@@ -63,7 +63,7 @@ void TaviTreeView::stopFiltering()
     filter_session = false;
     proxy_model->filter(QString());
     restoreExpandStates();
-    if (selectionModel() && !selectionModel()->hasSelection()) {
+    if (!hasSelection()) {
         restoreSelections(0, TaviTreeItem::IdRole, saved_selection);
         // Scrolling to a row opens the branches above it.
         restoreExpandStates();

@@ -149,8 +149,9 @@ void TaviTreeView::restoreSelections(int column, int role, QList<QVariant> &list
     const QVector<QVariant> values = list.toVector(); // a slot may change the list
     // The two steps of QItemSelectionModel::clear(): between them a slot may destroy the view, and the selection
     // model with it.
-    selectionModel()->clearSelection();
-    if (self)
+    if (selectionModel())
+        selectionModel()->clearSelection();
+    if (self && selectionModel())
         selectionModel()->clearCurrentIndex();
     if (!self || !model()->index(0, 0).isValid())
         return;
@@ -179,12 +180,12 @@ void TaviTreeView::restoreSelections(int column, int role, QList<QVariant> &list
     for (const QPersistentModelIndex &row : rows)
         selected.append(row);
     sortInTreeOrder(selected);
-    selectionModel()->select(selectionOfRows(selected), QItemSelectionModel::Select | QItemSelectionModel::Rows);
+    select(selectionOfRows(selected), QItemSelectionModel::Select | QItemSelectionModel::Rows);
 }
 
 void TaviTreeView::restoreSelections()
 {
-    if (!selectionModel()->hasSelection())
+    if (!hasSelection())
         restoreSelections(0, TaviTreeItem::IdRole, saved_selection);
 }
 
