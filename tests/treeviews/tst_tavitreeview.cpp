@@ -224,7 +224,10 @@ private Q_SLOTS:
         QCOMPARE(tree.view.statusBar(), nullptr);
         QVERIFY(bar->isHidden());
         QCOMPARE(tree.view.widget(), &tree.view); // as documented: the container is for views with a status line
+        bar->showMessage("before");
         tree.model.appendItem(makeItem("one more"));
+        tree.view.updateStatusBar();
+        QCOMPARE(bar->currentMessage(), QString("before"));
         tree.view.setStatusBarEnabled(true);
         QCOMPARE(tree.view.statusBar(), bar);
         QVERIFY(!bar->isHidden());
@@ -268,6 +271,8 @@ private Q_SLOTS:
         QVERIFY(tree.view.isEditing());
         QTest::keyClick(tree.view.viewport()->findChild<QLineEdit *>(), Qt::Key_Escape);
         QTRY_VERIFY(!tree.view.isEditing());
+        tree.view.pretendDragging();
+        QVERIFY(!tree.view.isEditing());
     }
 
     void anotherSelectionModelIsListenedTo()

@@ -33,6 +33,22 @@ public:
     int updates = 0;
 };
 
+/// Counts the events of one type that an object gets.
+class EventCounter : public QObject
+{
+public:
+    EventCounter(QObject *watched, QEvent::Type type) : type_(type) { watched->installEventFilter(this); }
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        count += event->type() == type_ ? 1 : 0;
+        return false;
+    }
+    int count = 0;
+
+private:
+    const QEvent::Type type_;
+};
+
 /// The default locale, for as long as this lives.
 class DefaultLocale
 {
@@ -126,6 +142,54 @@ private Q_SLOTS:
         tree.model.appendItem(no_hit, tree.magenta);
         QVERIFY(!tree.view.shownTexts().contains("pink"));
         QVERIFY(tree.view.shownTexts().contains("medium magenta"));
+    }
+
+    void aBranchOpensByItselfOnlyUnderAKeywordAndOnlyWhenItBecomesOne()
+    {
+        Tree tree;
+        tree.model.appendItem(makeItem("medium magenta"), tree.magenta);
+        QVERIFY(!tree.view.isItemExpanded(tree.magenta));
+        tree.view.filter("m");
+        QVERIFY(tree.view.isItemExpanded(tree.magenta));
+        tree.view.setItemExpanded(tree.magenta, false); // by the user
+        tree.model.appendItem(makeItem("more magenta"), tree.magenta);
+        QVERIFY(!tree.view.isItemExpanded(tree.magenta));
+    }
+
+    void theEndOfFilteringShowsAllAndBringsBackTheBeginning()
+    {
+        Tree tree;
+        tree.view.setItemExpanded(tree.cyan, true);
+        tree.view.startFiltering();
+        tree.view.filter("grey");
+        tree.view.stopFiltering();
+        QCOMPARE(tree.view.shownTexts().size(), 8);
+        QVERIFY(tree.view.isItemExpanded(tree.cyan));
+        QVERIFY(!tree.view.isItemExpanded(tree.black));
+        // Also if nothing was typed.
+        tree.view.startFiltering();
+        tree.view.setItemExpanded(tree.cyan, false);
+        tree.view.setItemExpanded(tree.black, true);
+        tree.view.stopFiltering();
+        QVERIFY(tree.view.isItemExpanded(tree.cyan));
+        QVERIFY(!tree.view.isItemExpanded(tree.black));
+    }
+
+    void aSortOverwritesTheBeginningOnlyAfterTheEnd()
+    {
+        Tree tree;
+        tree.view.setSortingEnabled(true);
+        tree.view.startFiltering();
+        tree.view.setItemExpanded(tree.cyan, true);
+        tree.view.sortByColumn(1, Qt::AscendingOrder);
+        QVERIFY(tree.view.isItemExpanded(tree.cyan));
+        tree.view.stopFiltering();
+        QVERIFY(!tree.view.isItemExpanded(tree.cyan));
+        tree.view.setItemExpanded(tree.black, true);
+        tree.view.sortByColumn(0, Qt::AscendingOrder);
+        tree.view.collapseAll();
+        tree.view.restoreExpandStates();
+        QVERIFY(tree.view.isItemExpanded(tree.black)); // as at the sort
     }
 
     void lineEditsFilterWithoutBeginningAndEnd()
@@ -223,7 +287,9 @@ private Q_SLOTS:
         TaviTreeViewFilterFloater *floater = TaviTreeView::filterFloater();
         QTest::keyClick(floater->lineEdit(), Qt::Key_Escape, Qt::ShiftModifier);
         QVERIFY(floater->isVisible());
-        QTest::keyClick(floater, Qt::Key_Return);
+        QKeyEvent other_key(QEvent::KeyPress, Qt::Key_F5, Qt::NoModifier);
+        QCoreApplication::sendEvent(floater, &other_key);
+        QVERIFY(!other_key.isAccepted()); // goes on to whoever is behind
         QVERIFY(floater->isVisible());
         tree.view.closeFilterFloater();
         QVERIFY(!floater->isVisible());
@@ -245,8 +311,14 @@ private Q_SLOTS:
         QCOMPARE(TaviTreeView::filterFloater(), floater);
         view.closeFilterFloater();
         QCOMPARE(view.stops, 1);
-        // Closed, it is used again.
+        // Closed, it is used again, and comes to the front.
+        EventCounter raised(TaviTreeView::filterFloater(), QEvent::ZOrderChange);
+        TaviTreeView::filterFloater()->show();
+        const int by_showing = std::exchange(raised.count, 0);
+        TaviTreeView::filterFloater()->hide();
         view.showFilterFloater();
+        QCOMPARE(raised.count, by_showing + 1);
+        QCOMPARE(floater->focusWidget(), floater->lineEdit());
         QCOMPARE(view.starts, 2);
         QCOMPARE(TaviTreeView::filterFloater(), floater);
         QVERIFY(floater->isVisible());
