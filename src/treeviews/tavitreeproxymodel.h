@@ -184,6 +184,11 @@ private:
     };
     class Run;
     friend class Run;
+    /// What a run has left of a row.
+    struct RowLeft {
+        int item_id;
+        bool hidden;
+    };
 
     bool canBeStraight(const QAbstractItemModel *source) const;
     void takeUpSource();
@@ -205,6 +210,7 @@ private:
     void lookThroughChanged(const QModelIndex &parent, int first, int last, bool came);
     void lookAtRows(const QModelIndex &parent, int first, int last, bool with_all_below);
     void showAll();
+    bool beginRun();
     void endRun();
     void updateStatus(QTreeView *view);
     std::vector<bool> hiddenColumns() const;
@@ -230,6 +236,9 @@ private:
     quint64 texts_seen = 0;
     bool view_tells = false;
     mutable bool hidden_unknown = true;        // the view may hide rows that no run has hidden
+    bool hidden_known = false;                 // during a run: the view hides just the rows that the last one has left
+    std::vector<RowLeft> rows_left;            // by the last run over all rows, in its order
+    int rows_left_structure = -1;              // what they go by; -1: by nothing
     mutable int visible_top_rows = -1;         // -1: to be counted
     bool kept_count_will_do = false;
     quint64 layout_reasons = 0;

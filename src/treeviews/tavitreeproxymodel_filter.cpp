@@ -10,6 +10,7 @@
 #include "treeviews/tavitreeitem_p.h"
 #include "treeviews/tavitreemodel.h"
 #include "treeviews/tavitreemodel_p.h"
+#include "treeviews/tavitreeview.h"
 
 #include <QHeaderView>
 #include <QPointer>
@@ -17,6 +18,7 @@
 
 #include <algorithm>
 #include <typeinfo>
+#include <utility>
 
 /// One run, from item to item. Texts come from the items; classes that answer for themselves are asked.
 class TaviTreeProxyModel::Run
@@ -28,6 +30,20 @@ public:
           hidden_columns(proxy_model->hiddenColumns()), model_answers(TaviTreeModelAccess::overridesData(source)),
           structure(proxy_model->structure)
     {}
+
+    /// Prepares for a run over all rows, which compares with the one before and notes what it leaves.
+    void goOverAll()
+    {
+        over_all = true;
+        comparing = proxy->hidden_known && proxy->rows_left_structure == structure;
+        proxy->rows_left_structure = -1;
+    }
+    /// Ends it.
+    void haveGoneOverAll()
+    {
+        proxy->rows_left.resize(noted);
+        proxy->rows_left_structure = structure;
+    }
 
     /// Whether an answer of an application's class has changed the rows: nothing that was found holds any more.
     bool isVoid() const { return structure != proxy->structure; }
@@ -68,7 +84,7 @@ public:
             return false;
         if (item->childCount() > 0)
             visible = below(item, index) || visible;
-        if (!isVoid() && view)
+        if (!isVoid() && view && !(over_all && staysHidden(item, !visible)))
             view->setRowHidden(index.isValid() ? index.row() : row, proxy_parent, !visible);
         return visible;
     }
@@ -87,6 +103,21 @@ public:
     }
 
 private:
+    /// Notes what becomes of a row. True if it was hidden before and is again: most rows are while one types, and the
+    /// view would look each of them up in its tables.
+    bool staysHidden(const TaviTreeItem *item, bool hidden)
+    {
+        const RowLeft now{item->id(), hidden};
+        std::vector<RowLeft> &left = proxy->rows_left;
+        const std::size_t here = noted++;
+        if (here >= left.size()) {
+            left.push_back(now);
+            return false;
+        }
+        const RowLeft before = std::exchange(left[here], now);
+        return comparing && hidden && before.hidden && before.item_id == now.item_id;
+    }
+
     bool isHiddenColumn(int column) const
     {
         const auto place = static_cast<std::size_t>(column);
@@ -119,6 +150,9 @@ private:
     std::vector<bool> hidden_columns;
     bool model_answers;
     int structure;
+    bool over_all = false;
+    bool comparing = false;
+    std::size_t noted = 0; // rows in the list of what is left
 };
 
 namespace {
@@ -164,15 +198,24 @@ void TaviTreeProxyModel::filter()
 
 void TaviTreeProxyModel::filter(QString string)
 {
-    if (filtering_now)
+    if (!beginRun())
         return;
-    filtering_now = true;
-    ++layout_reasons;
     filter_string = string;
     if (QTreeView *const view = hidingView())
         view->setUpdatesEnabled(false);
     lookThroughAll();
     endRun();
+}
+
+bool TaviTreeProxyModel::beginRun()
+{
+    if (filtering_now)
+        return false;
+    auto *const view = qobject_cast<TaviTreeView *>(QObject::parent());
+    hidden_known = view && view->hiddenRowsAreKnown() && view_tells && !hidden_unknown;
+    filtering_now = true;
+    ++layout_reasons;
+    return true;
 }
 
 void TaviTreeProxyModel::endRun()
@@ -203,9 +246,12 @@ void TaviTreeProxyModel::lookThroughAll()
     if (runsShort()) {
         for (int beginning = 0; beginning < most_beginnings; ++beginning) {
             Run run(this);
+            run.goOverAll();
             run.below(TaviTreeModelAccess::root(static_cast<TaviTreeModel *>(sourceModel())), QModelIndex());
-            if (!run.isVoid())
+            if (!run.isVoid()) {
+                run.haveGoneOverAll();
                 return;
+            }
         }
     }
     for (int row = 0; row < rowCount(); ++row)
@@ -236,6 +282,7 @@ bool TaviTreeProxyModel::filterRow(int row, const QModelIndex &parent)
         if (!this_row.parent().isValid())
             visible_top_rows = -1;
         ++layout_reasons;
+        rows_left_structure = -1;
         view->setRowHidden(this_row.row(), this_row.parent(), !visible);
     }
     return visible;
@@ -246,6 +293,7 @@ void TaviTreeProxyModel::showAll()
     QTreeView *const view = hidingView();
     if (!view || !hidden_unknown)
         return;
+    rows_left_structure = -1;
     // A hidden row is an index that the view keeps; so the kept ones are all that need be looked at.
     const QModelIndexList kept = persistentIndexList();
     for (const QModelIndex &index : kept) {
@@ -258,10 +306,8 @@ void TaviTreeProxyModel::showAll()
 
 void TaviTreeProxyModel::lookThroughChanged(const QModelIndex &parent, int first, int last, bool came)
 {
-    if (filtering_now)
+    if (!beginRun())
         return;
-    filtering_now = true;
-    ++layout_reasons;
     const auto *const source = qobject_cast<const TaviTreeModel *>(sourceModel());
     if (!runsShort()) {
         if (QTreeView *const view = hidingView())
@@ -299,6 +345,7 @@ void TaviTreeProxyModel::lookAtRows(const QModelIndex &parent, int first, int la
     QTreeView *const view = hidingView();
     if (!view)
         return;
+    rows_left_structure = -1;
     Run run(this);
     const auto *const source = static_cast<TaviTreeModel *>(sourceModel());
     const auto item_of = [&](const QModelIndex &index) {
@@ -369,6 +416,7 @@ void TaviTreeProxyModel::sourceWasReset()
 void TaviTreeProxyModel::hiddenRowsForgotten()
 {
     view_tells = true;
+    rows_left_structure = -1;
     filter();
 }
 

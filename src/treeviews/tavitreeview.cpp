@@ -154,6 +154,15 @@ void TaviTreeView::doItemsLayout()
     followWithStatusBar();
 }
 
+bool TaviTreeView::hiddenRowsAreKnown()
+{
+    // With a layout to come for a reason that is known, there is no telling whether it also comes for another one.
+    if (!proxy_model || laid_out_for != proxy_model->layoutReasons() || layout_is_for_us)
+        return false;
+    executeDelayedItemsLayout(); // one for an unknown reason tells the proxy
+    return true;
+}
+
 void TaviTreeView::rowsInserted(const QModelIndex &parent, int start, int end)
 {
     QTreeView::rowsInserted(parent, start, end);

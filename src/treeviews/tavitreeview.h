@@ -338,6 +338,7 @@ private Q_SLOTS:
     void followWithStatusBar();
 
 private:
+    friend class TaviTreeProxyModel;
     friend class TaviTreeViewFilterFloater;
 
     /// Whether a branch was open.
@@ -359,6 +360,7 @@ private:
 
     void setUp();
     void takeFloaterOver();
+    bool hiddenRowsAreKnown();
     DragClass dragClass(const QDropEvent *event) const;
     bool takesDrag(const QDropEvent *event) const;
     void passDragOn(QDropEvent *event, const std::function<void()> &base);

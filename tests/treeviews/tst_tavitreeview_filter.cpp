@@ -160,6 +160,7 @@ private Q_SLOTS:
     {
         Tree tree;
         tree.view.setItemExpanded(tree.cyan, true);
+        tree.view.selectItem(tree.paper);
         tree.view.startFiltering();
         tree.view.filter("grey");
         tree.view.stopFiltering();
@@ -513,6 +514,29 @@ private Q_SLOTS:
         tree.paper->emitDataChanged();
         QCOMPARE(tree.view.statusBar()->currentMessage(), QString("4 items"));
         QVERIFY(!tree.view.isRowHidden(0, QModelIndex()));
+    }
+
+    void rowsHiddenOrShownThroughThePlainViewDoNotSurviveAKeyword()
+    {
+        Tree tree;
+        QTreeView *plain = &tree.view;
+        QVERIFY(tree.show());
+        tree.view.filter("cyan");
+        tree.view.grab(); // laid out
+        plain->setRowHidden(3, QModelIndex(), false);
+        plain->setRowHidden(0, QModelIndex(), true);
+        tree.view.filter("cya");
+        QCOMPARE(tree.view.shownTexts(), QStringList({"cyan", "light cyan", "pale cyan"}));
+        QCOMPARE(tree.view.statusBar()->currentMessage(), QString("1 item"));
+        tree.view.grab();
+        plain->setRowHidden(3, QModelIndex(), false);
+        tree.view.grab();
+        tree.view.filter("cyan");
+        QCOMPARE(tree.view.shownTexts(), QStringList({"cyan", "light cyan", "pale cyan"}));
+        tree.view.grab();
+        tree.view.setRowHidden(3, QModelIndex(), false);
+        tree.view.filter("cya");
+        QCOMPARE(tree.view.shownTexts(), QStringList({"cyan", "light cyan", "pale cyan"}));
     }
 
     void theStatusLineFollows()

@@ -6,6 +6,8 @@
 
 #include <QRandomGenerator>
 
+#include <algorithm>
+
 namespace {
 
 constexpr int walks = 60;
@@ -71,8 +73,11 @@ public:
             }
             break;
         case 7:
-            if (!items.isEmpty())
-                any(items)->setData(0, word(), Qt::DisplayRole);
+            if (!items.isEmpty()) {
+                TaviTreeItem *item = any(items);
+                item->setData(0, word(), Qt::DisplayRole);
+                item->emitDataChanged();
+            }
             break;
         case 8:
             if (random.bounded(4) == 0)
@@ -81,8 +86,12 @@ public:
                 view.setItemExpanded(any(items), random.bounded(2));
             break;
         }
-        QCoreApplication::sendPostedEvents();
+        if (random.bounded(2))
+            view.grab(); // which lays out
     }
+
+    /// Whether just the rows are in sight that a plain look at the items finds.
+    bool showsWhatMatches() const { return showsWhatMatches(model.allItems()); }
 
     /// Number and state of each branch.
     QMap<int, bool> branches() const
@@ -113,6 +122,25 @@ public:
     TreeProbe view;
 
 private:
+    static bool matches(TaviTreeItem *item, const QString &keyword)
+    {
+        for (int column = 0; column < 3; ++column) {
+            if (item->data(column, Qt::DisplayRole).toString().contains(keyword, Qt::CaseInsensitive))
+                return true;
+        }
+        const QList<TaviTreeItem *> children = item->children();
+        return std::any_of(children.begin(), children.end(),
+                           [&](TaviTreeItem *child) { return matches(child, keyword); });
+    }
+    bool showsWhatMatches(const QList<TaviTreeItem *> &items) const
+    {
+        const QString keyword = line_edit().text();
+        return std::all_of(items.begin(), items.end(), [&](TaviTreeItem *item) {
+            const QModelIndex index = view.indexOf(item);
+            return view.isRowHidden(index.row(), index.parent()) != matches(item, keyword)
+                   && showsWhatMatches(item->children());
+        });
+    }
     static QLineEdit &line_edit() { return *TaviTreeView::filterFloater()->lineEdit(); }
     QString word() { return words[random.bounded(words.size())]; }
     TaviTreeItem *makeBranch(int levels)
@@ -165,8 +193,10 @@ private Q_SLOTS:
         const QMap<int, bool> open = walk.branches();
         QSet<int> selected = walk.selected();
         walk.view.showFilterFloater();
-        for (int i = 0; i < steps; ++i)
+        for (int i = 0; i < steps; ++i) {
             walk.step();
+            QVERIFY(walk.showsWhatMatches());
+        }
         walk.view.closeFilterFloater();
 
         const QMap<int, bool> open_now = walk.branches();
