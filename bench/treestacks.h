@@ -9,9 +9,11 @@
 #include "treeviews/tavitreeitem.h"
 #include "treeviews/tavitreemodel.h"
 #include "treeviews/tavitreeproxymodel.h"
+#include "treeviews/tavitreeview.h"
 
 #include <QCoreApplication>
 #include <QHeaderView>
+#include <QLineEdit>
 #include <QSortFilterProxyModel>
 #include <QStandardItemModel>
 #include <QTreeView>
@@ -84,33 +86,6 @@ private:
     }
 };
 
-/// What a view does for the proxy.
-class View : public QTreeView
-{
-public:
-    View() : proxy(new TaviTreeProxyModel(this))
-    {
-        proxy->setFilterCaseSensitivity(Qt::CaseInsensitive);
-        proxy->setSortCaseSensitivity(Qt::CaseInsensitive);
-        proxy->setFilterKeyColumn(-1);
-        setModel(proxy);
-    }
-    void reset() override
-    {
-        QTreeView::reset();
-        if (proxy)
-            proxy->hiddenRowsForgotten();
-    }
-    TaviTreeProxyModel *proxy = nullptr;
-
-protected:
-    void rowsInserted(const QModelIndex &parent, int first, int last) override
-    {
-        QTreeView::rowsInserted(parent, first, last);
-        proxy->filterInserted(parent, first, last);
-    }
-};
-
 class Tavi
 {
 public:
@@ -126,7 +101,8 @@ public:
             }(),
             nullptr)
     {
-        shown.proxy->setSourceModel(&model);
+        shown.setModel(&model);
+        shown.addFilterLineEdit(&line_edit);
         prepare(&shown);
     }
 
@@ -154,24 +130,22 @@ public:
             taken.append(model.itemAt(row));
         qDeleteAll(model.takeItems(taken));
     }
-    void filter(const QString &keyword)
-    {
-        shown.proxy->filter(keyword);
-        if (!keyword.isEmpty())
-            shown.expandAll();
-    }
-    void sort(int column) { shown.proxy->sort(column); }
+    /// As a user does: the view opens the branches of hits by itself.
+    void filter(const QString &keyword) { line_edit.setText(keyword); }
+    void sort(int column) { proxy()->sort(column); }
     void sortByNumber()
     {
-        shown.proxy->setComparer(&comparer);
-        shown.proxy->sort(2);
+        proxy()->setComparer(&comparer);
+        proxy()->sort(2);
     }
     void change(int row) { model.setData(model.index(row, 0), QStringLiteral("changed"), Qt::EditRole); }
     QTreeView *view() { return &shown; }
+    TaviTreeProxyModel *proxy() { return static_cast<TaviTreeProxyModel *>(shown.model()); }
 
     TaviTreeModel model;
     NumberComparer comparer{nullptr};
-    View shown;
+    QLineEdit line_edit;
+    TaviTreeView shown;
 };
 
 class Standard

@@ -104,9 +104,9 @@ public:
     void hiddenRowsTouched();
     /// How many rows of the top level the view does not hide. O(rows); see goByKeptCount().
     int visibleTopLevelRows() const;
-    /// For the view, around an answer to a change that it has heard of: with @a kept, visibleTopLevelRows() goes by the
-    /// number that is kept. That is O(1), but O(rows) the first time after rows came or went while there is a keyword,
-    /// or after hiddenRowsTouched(). The proxy does so itself where it lets the view update its status.
+    /// For the view, around an answer to a change that it has heard of: with @a kept, visibleTopLevelRows() goes by
+    /// the number that is kept. That is O(1), but O(rows) the first time after rows came or went while there is a
+    /// keyword, or after hiddenRowsTouched(). The proxy does so itself where it lets the view update its status.
     /// @return what held before
     bool goByKeptCount(bool kept) { return std::exchange(kept_count_will_do, kept); }
     /// A number that grows with everything here that makes a view lay out its rows anew: rows that come, go or move,
@@ -235,11 +235,11 @@ private:
     bool all_due = true;
     quint64 texts_seen = 0;
     bool view_tells = false;
-    mutable bool hidden_unknown = true;        // the view may hide rows that no run has hidden
-    bool hidden_known = false;                 // during a run: the view hides just the rows that the last one has left
-    std::vector<RowLeft> rows_left;            // by the last run over all rows, in its order
-    int rows_left_structure = -1;              // what they go by; -1: by nothing
-    mutable int visible_top_rows = -1;         // -1: to be counted
+    mutable bool hidden_unknown = true; // the view may hide rows that no run has hidden
+    bool hidden_known = false;          // during a run: the view hides just the rows that the last one has left
+    std::vector<RowLeft> rows_left;     // by the last run over all rows, in its order
+    int rows_left_structure = -1;       // what they go by; -1: by nothing
+    mutable int visible_top_rows = -1;  // -1: to be counted
     bool kept_count_will_do = false;
     quint64 layout_reasons = 0;
     const QMetaObject *status_class = nullptr; // of the view whose slot for the status line is the next
