@@ -73,12 +73,32 @@ void rowByRow(benchmark::State &state)
     }
 }
 
+/// Whether just the rows of the top level that hold @a keyword are in sight; for trees without children.
+template <typename Stack>
+void checkRows(benchmark::State &state, Stack &stack, const QString &keyword)
+{
+    const QTreeView *const view = stack.view();
+    int expected = 0;
+    for (int row = 0; row < state.range(0); ++row) {
+        bool hit = false;
+        for (int column = 0; column < columns && !hit; ++column)
+            hit = text(row, column).contains(keyword, Qt::CaseInsensitive);
+        expected += hit ? 1 : 0;
+    }
+    int visible = 0;
+    for (int row = 0; row < view->model()->rowCount(); ++row)
+        visible += view->isRowHidden(row, QModelIndex()) ? 0 : 1;
+    if (state.range(1) == 0 && visible != expected)
+        state.SkipWithError("wrong rows");
+}
+
 template <typename Stack>
 void firstKey(benchmark::State &state)
 {
     const auto stack = loaded<Stack>(state);
     for (auto _ : state) {
         measure(state, stack->view(), [&] { stack->filter(QStringLiteral("q")); });
+        checkRows(state, *stack, QStringLiteral("q"));
         stack->filter(QString());
         stack->view()->collapseAll();
         paint(stack->view());
@@ -106,6 +126,7 @@ void refiningKey(benchmark::State &state)
         stack->filter(QStringLiteral("q"));
         paint(stack->view());
         measure(state, stack->view(), [&] { stack->filter(QStringLiteral("qua5")); });
+        checkRows(state, *stack, QStringLiteral("qua5"));
         stack->filter(QString());
         paint(stack->view());
     }
@@ -119,6 +140,7 @@ void clearing(benchmark::State &state)
         stack->filter(QStringLiteral("q"));
         paint(stack->view());
         measure(state, stack->view(), [&] { stack->filter(QString()); });
+        checkRows(state, *stack, QString());
     }
 }
 
@@ -202,6 +224,84 @@ void memoryPerRow(benchmark::State &state)
     }
 }
 
+/// Some items, far apart, of a tree of any size.
+QList<TaviTreeItem *> someItems(Tavi &stack, int count)
+{
+    QList<TaviTreeItem *> items;
+    for (int i = 0; i < count; ++i)
+        items.append(stack.model.itemAt(i * (stack.model.rowCount() / count)));
+    return items;
+}
+
+void selectItemsEach(benchmark::State &state)
+{
+    const auto stack = loaded<Tavi>(state);
+    stack->shown.setSelectionMode(QAbstractItemView::ExtendedSelection);
+    const QList<TaviTreeItem *> items = someItems(*stack, 100);
+    for (auto _ : state) {
+        measure(state, stack->view(), [&] {
+            for (TaviTreeItem *item : items)
+                stack->shown.selectItem(item);
+        });
+        stack->shown.clearSelection();
+    }
+}
+
+void selectItemsInAList(benchmark::State &state)
+{
+    const auto stack = loaded<Tavi>(state);
+    stack->shown.setSelectionMode(QAbstractItemView::ExtendedSelection);
+    const QList<TaviTreeItem *> items = someItems(*stack, 100);
+    for (auto _ : state) {
+        measure(state, stack->view(), [&] { stack->shown.selectItems(items); });
+        stack->shown.clearSelection();
+    }
+}
+
+void restoreSelections(benchmark::State &state)
+{
+    const auto stack = loaded<Tavi>(state);
+    stack->shown.setSelectionMode(QAbstractItemView::ExtendedSelection);
+    QList<QVariant> ids;
+    for (const TaviTreeItem *item : someItems(*stack, 1000))
+        ids.append(item->id());
+    for (auto _ : state)
+        measure(state, stack->view(), [&] { stack->shown.restoreSelections(0, TaviTreeItem::IdRole, ids); });
+}
+
+/// A click under a keyword or without: the selection moves on, and the status line tells so.
+void selectionMoves(benchmark::State &state, bool filtered)
+{
+    const auto stack = loaded<Tavi>(state);
+    const std::unique_ptr<QWidget> container(stack->shown.widget());
+    container->show();
+    stack->filter(filtered ? QStringLiteral("q") : QString());
+    paint(stack->view());
+    int row = 4; // which holds the letter, and so does every seventh
+    for (auto _ : state) {
+        row = (row + 7) % 700;
+        measure(state, stack->view(), [&] {
+            stack->shown.selectionModel()->setCurrentIndex(
+                stack->shown.model()->index(row, 0), QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+        });
+    }
+    stack->shown.setParent(nullptr);
+}
+
+/// Row by row under a live view with a status line, which tells their number after each of them.
+void rowByRowWithStatus(benchmark::State &state)
+{
+    for (auto _ : state) {
+        Tavi stack;
+        const std::unique_ptr<QWidget> container(stack.shown.widget());
+        measure(state, stack.view(), [&] {
+            for (int row = 0; row < state.range(0); ++row)
+                stack.append(Tavi::makeItem(row));
+        });
+        stack.shown.setParent(nullptr);
+    }
+}
+
 void indexFromId(benchmark::State &state)
 {
     const auto stack = loaded<Tavi>(state);
@@ -280,6 +380,12 @@ BENCHMARK(checkParent<Widget>)->Apply(sizes);
 BENCHMARK(memoryPerRow<Tavi>)->Args({100000, 0})->Iterations(1);
 BENCHMARK(memoryPerRow<Standard>)->Args({100000, 0})->Iterations(1);
 BENCHMARK(memoryPerRow<Widget>)->Args({100000, 0})->Iterations(1);
+BENCHMARK(selectItemsEach)->Apply(sizes);
+BENCHMARK(selectItemsInAList)->Apply(sizes);
+BENCHMARK(restoreSelections)->Apply(sizes);
+BENCHMARK_CAPTURE(selectionMoves, shown, false)->Apply(sizes);
+BENCHMARK_CAPTURE(selectionMoves, filtered, true)->Apply(sizes);
+BENCHMARK(rowByRowWithStatus)->Apply(sizes);
 BENCHMARK(indexFromId)->Args({1000, 0})->Args({100000, 0});
 BENCHMARK(itemChanged)->Args({1000, 0})->Args({100000, 0});
 

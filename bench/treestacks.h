@@ -13,6 +13,7 @@
 
 #include <QCoreApplication>
 #include <QHeaderView>
+#include <QLineEdit>
 #include <QSortFilterProxyModel>
 #include <QStandardItemModel>
 #include <QTreeView>
@@ -101,6 +102,7 @@ public:
             nullptr)
     {
         shown.setModel(&model);
+        shown.addFilterLineEdit(&line_edit);
         prepare(&shown);
     }
 
@@ -128,12 +130,8 @@ public:
             taken.append(model.itemAt(row));
         qDeleteAll(model.takeItems(taken));
     }
-    void filter(const QString &keyword)
-    {
-        proxy()->filter(keyword);
-        if (!keyword.isEmpty())
-            shown.expandAll();
-    }
+    /// As a user does: the view opens the branches of hits by itself.
+    void filter(const QString &keyword) { line_edit.setText(keyword); }
     void sort(int column) { proxy()->sort(column); }
     void sortByNumber()
     {
@@ -146,6 +144,7 @@ public:
 
     TaviTreeModel model;
     NumberComparer comparer{nullptr};
+    QLineEdit line_edit;
     TaviTreeView shown;
 };
 

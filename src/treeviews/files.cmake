@@ -24,6 +24,8 @@ list(APPEND TAVIWIDGETS_SOURCES
     treeviews/keywordmatcher.cpp
     treeviews/keywordmatcher_p.h
     treeviews/numberlistdrag.cpp
+    treeviews/statusline.cpp
+    treeviews/statusline_p.h
     treeviews/taviconfigorder.cpp
     treeviews/taviconfigorder_items.cpp
     treeviews/taviconfigorderdlg.cpp

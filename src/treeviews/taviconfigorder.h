@@ -86,6 +86,7 @@ public:
     explicit ConfigOrderTree(QWidget *parent = nullptr);
     ~ConfigOrderTree() override;
 
+    using TaviTreeView::setModel;
     /// Shows @a model and moves rows when that says so. Any TaviTreeModel will do; only one that has the signal
     /// ConfigOrderModel::selfDroppedSelectedItemsAt() says so.
     void setModel(TaviTreeModel *model) override;

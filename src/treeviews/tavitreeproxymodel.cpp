@@ -24,6 +24,7 @@ TaviTreeProxyModel::TaviTreeProxyModel(QObject *parent) : QSortFilterProxyModel(
     // What a run has concluded does not survive these; noted before anybody else acts on them.
     const auto note = [this] {
         ++structure;
+        ++layout_reasons;
     };
     connect(this, &QAbstractItemModel::rowsAboutToBeInserted, this, note);
     connect(this, &QAbstractItemModel::rowsAboutToBeRemoved, this, note);

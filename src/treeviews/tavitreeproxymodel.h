@@ -11,6 +11,7 @@
 #include <QSortFilterProxyModel>
 #include <QString>
 
+#include <utility>
 #include <vector>
 
 class KeywordMatcher;
@@ -102,9 +103,17 @@ public:
     /// For the view: somebody else hid or showed rows, or may have done so. A view that calls this once is expected
     /// to call it every time; for any other view the proxy finds out for itself.
     void hiddenRowsTouched();
-    /// How many rows of the top level the view does not hide. O(1), but O(rows) the first time after rows came or
-    /// went while there is a keyword, or after hiddenRowsTouched().
+    /// How many rows of the top level the view does not hide. O(rows); see goByKeptCount().
     int visibleTopLevelRows() const;
+    /// For the view, around an answer to a change that it has heard of: with @a kept, visibleTopLevelRows() goes by
+    /// the number that is kept. That is O(1), but O(rows) the first time after rows came or went while there is a
+    /// keyword, or after hiddenRowsTouched(). The proxy does so itself where it lets the view update its status.
+    /// @return what held before
+    bool goByKeptCount(bool kept) { return std::exchange(kept_count_will_do, kept); }
+    /// A number that grows with everything here that makes a view lay out its rows anew: rows that come, go or move,
+    /// a reset, and runs that hide or show rows. A view that lays them out without such a reason asks itself whether
+    /// somebody else has hidden rows.
+    quint64 layoutReasons() const { return layout_reasons; }
 
     /// As the base class, and see "Rows one to one".
     void setFilterRegExp(const QRegExp &expression);
@@ -178,6 +187,11 @@ private:
     };
     class Run;
     friend class Run;
+    /// What a run has left of a row.
+    struct RowLeft {
+        int item_id;
+        bool hidden;
+    };
 
     bool canBeStraight(const QAbstractItemModel *source) const;
     void takeUpSource();
@@ -205,6 +219,7 @@ private:
     void lookThroughChanged(const QModelIndex &parent, int first, int last, bool came);
     void lookAtRows(const QModelIndex &parent, int first, int last, bool with_all_below);
     void showAll();
+    bool beginRun();
     void endRun();
     void updateStatus(QTreeView *view);
     std::vector<bool> hiddenColumns() const;
@@ -232,8 +247,13 @@ private:
     bool all_due = true;
     quint64 texts_seen = 0;
     bool view_tells = false;
-    bool hidden_unknown = true;                // the view may hide rows that no run has hidden
-    mutable int visible_top_rows = -1;         // -1: to be counted
+    mutable bool hidden_unknown = true; // the view may hide rows that no run has hidden
+    bool hidden_known = false;          // during a run: the view hides just the rows that the last one has left
+    std::vector<RowLeft> rows_left;     // by the last run over all rows, in its order
+    int rows_left_structure = -1;       // what they go by; -1: by nothing
+    mutable int visible_top_rows = -1;  // -1: to be counted
+    bool kept_count_will_do = false;
+    quint64 layout_reasons = 0;
     const QMetaObject *status_class = nullptr; // of the view whose slot for the status line is the next
     int status_slot = -1;
     bool *gone = nullptr; // for who has called the view and has to know whether this is still there

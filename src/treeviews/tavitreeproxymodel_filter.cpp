@@ -10,6 +10,7 @@
 #include "treeviews/tavitreeitem_p.h"
 #include "treeviews/tavitreemodel.h"
 #include "treeviews/tavitreemodel_p.h"
+#include "treeviews/tavitreeview.h"
 
 #include <QHeaderView>
 #include <QTreeView>
@@ -28,6 +29,20 @@ public:
           hidden_columns(proxy_model->hiddenColumns()), model_answers(TaviTreeModelAccess::overridesData(source)),
           structure(proxy_model->structure)
     {}
+
+    /// Prepares for a run over all rows, which compares with the one before and notes what it leaves.
+    void goOverAll()
+    {
+        over_all = true;
+        comparing = proxy->hidden_known && proxy->rows_left_structure == structure;
+        proxy->rows_left_structure = -1;
+    }
+    /// Ends it.
+    void haveGoneOverAll()
+    {
+        proxy->rows_left.resize(noted);
+        proxy->rows_left_structure = structure;
+    }
 
     /// Whether an answer of an application's class has changed the rows: nothing that was found holds any more.
     bool isVoid() const { return structure != proxy->structure; }
@@ -117,7 +132,8 @@ private:
 
     void show(Level &level, bool visible)
     {
-        if (view)
+        const TaviTreeItem *const item = level.parent->child(level.row);
+        if (view && !(over_all && staysHidden(item, !visible)))
             view->setRowHidden(level.index.isValid() ? level.index.row() : level.row, level.proxy_parent, !visible);
         pass(level, visible);
     }
@@ -126,6 +142,21 @@ private:
     {
         level.visible_rows += visible ? 1 : 0;
         ++level.row;
+    }
+
+    /// Notes what becomes of a row. True if it was hidden before and is again: most rows are while one types, and the
+    /// view would look each of them up in its tables.
+    bool staysHidden(const TaviTreeItem *item, bool hidden)
+    {
+        const RowLeft now{item->id(), hidden};
+        std::vector<RowLeft> &left = proxy->rows_left;
+        const std::size_t here = noted++;
+        if (here >= left.size()) {
+            left.push_back(now);
+            return false;
+        }
+        const RowLeft before = std::exchange(left[here], now);
+        return comparing && hidden && before.hidden && before.item_id == now.item_id;
     }
 
     bool isHiddenColumn(int column) const
@@ -160,6 +191,9 @@ private:
     std::vector<bool> hidden_columns;
     bool model_answers;
     int structure;
+    bool over_all = false;
+    bool comparing = false;
+    std::size_t noted = 0; // rows in the list of what is left
 };
 
 namespace {
@@ -205,9 +239,8 @@ void TaviTreeProxyModel::filter()
 
 void TaviTreeProxyModel::filter(QString string)
 {
-    if (filtering_now)
+    if (!beginRun())
         return;
-    filtering_now = true;
     filter_string = string;
     if (QTreeView *const view = hidingView())
         view->setUpdatesEnabled(false);
@@ -215,14 +248,27 @@ void TaviTreeProxyModel::filter(QString string)
     endRun();
 }
 
+bool TaviTreeProxyModel::beginRun()
+{
+    if (filtering_now)
+        return false;
+    auto *const view = qobject_cast<TaviTreeView *>(QObject::parent());
+    hidden_known = view && view->hiddenRowsAreKnown() && view_tells && !hidden_unknown;
+    filtering_now = true;
+    ++layout_reasons;
+    return true;
+}
+
 void TaviTreeProxyModel::endRun()
 {
+    ++layout_reasons;
     if (QTreeView *const view = hidingView()) {
         if (view->testAttribute(Qt::WA_ForceUpdatesDisabled))
             view->setUpdatesEnabled(true);
         // Each change ends here, so that a guarded pointer would cost as much as the rest.
         bool gone_meanwhile = false;
         bool *const others = std::exchange(gone, &gone_meanwhile);
+        const bool before = goByKeptCount(true);
         updateStatus(view);
         if (gone_meanwhile) {
             if (others)
@@ -230,6 +276,7 @@ void TaviTreeProxyModel::endRun()
             return;
         }
         gone = others;
+        goByKeptCount(before);
     }
     filtering_now = false;
 }
@@ -246,9 +293,12 @@ void TaviTreeProxyModel::lookThroughAll()
     if (runsShort()) {
         for (int beginning = 0; beginning < most_beginnings; ++beginning) {
             Run run(this);
+            run.goOverAll();
             run.all();
-            if (!run.isVoid())
+            if (!run.isVoid()) {
+                run.haveGoneOverAll();
                 return;
+            }
         }
     }
     for (int row = 0; row < rowCount(); ++row)
@@ -261,6 +311,8 @@ bool TaviTreeProxyModel::filterRow(int row, const QModelIndex &parent)
     const QPersistentModelIndex kept_parent(parent);
     const QPersistentModelIndex this_row(index(row, 0, parent));
     if (this_row.isValid() && runsShort()) {
+        ++layout_reasons;
+        rows_left_structure = -1;
         auto *const source = static_cast<TaviTreeModel *>(sourceModel());
         Run run(this);
         const bool visible = run.one(parent.isValid() ? TaviTreeModelAccess::itemOf(source, mapToSource(parent))
@@ -289,6 +341,8 @@ bool TaviTreeProxyModel::filterRow(int row, const QModelIndex &parent)
     if (view && this_row.isValid()) {
         if (!this_row.parent().isValid())
             visible_top_rows = -1;
+        ++layout_reasons;
+        rows_left_structure = -1;
         view->setRowHidden(this_row.row(), this_row.parent(), !visible);
     }
     return visible;
@@ -301,6 +355,7 @@ void TaviTreeProxyModel::showAll()
     QTreeView *const view = hidingView();
     if (!view)
         return;
+    rows_left_structure = -1;
     // A hidden row is an index that the view keeps; so the kept ones are all that need be looked at.
     const QModelIndexList kept = persistentIndexList();
     for (const QModelIndex &index : kept) {
@@ -313,9 +368,8 @@ void TaviTreeProxyModel::showAll()
 
 void TaviTreeProxyModel::lookThroughChanged(const QModelIndex &parent, int first, int last, bool came)
 {
-    if (filtering_now)
+    if (!beginRun())
         return;
-    filtering_now = true;
     if (rows == Rows::Straight && filter_string.isEmpty() && !all_due) {
         showAll();
         endRun();
@@ -358,6 +412,7 @@ void TaviTreeProxyModel::lookAtRows(const QModelIndex &parent, int first, int la
     QTreeView *const view = hidingView();
     if (!view)
         return;
+    rows_left_structure = -1;
     Run run(this);
     const auto *const source = static_cast<TaviTreeModel *>(sourceModel());
     const auto item_of = [&](const QModelIndex &index) {
@@ -429,6 +484,7 @@ void TaviTreeProxyModel::sourceWasReset()
 void TaviTreeProxyModel::hiddenRowsForgotten()
 {
     view_tells = true;
+    rows_left_structure = -1;
     filter();
 }
 
@@ -444,13 +500,14 @@ void TaviTreeProxyModel::hiddenRowsTouched()
 int TaviTreeProxyModel::visibleTopLevelRows() const
 {
     const QTreeView *const view = hidingView();
-    if (visible_top_rows < 0 || !view_tells) {
-        const int count = rowCount();
-        visible_top_rows = count;
-        for (int row = 0; view && row < count; ++row) {
-            if (view->isRowHidden(row, QModelIndex()))
-                --visible_top_rows;
-        }
-    }
-    return visible_top_rows;
+    if (kept_count_will_do && view_tells && visible_top_rows >= 0)
+        return visible_top_rows;
+    const int rows_in_all = rowCount();
+    int count = rows_in_all;
+    for (int row = 0; view && row < rows_in_all; ++row)
+        count -= view->isRowHidden(row, QModelIndex()) ? 1 : 0;
+    if (visible_top_rows >= 0 && visible_top_rows != count)
+        hidden_unknown = true; // somebody has, and has not told
+    visible_top_rows = count;
+    return count;
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "treeviews/tavitreeview.h"
 
+#include "treeviews/statusline_p.h"
 #include "treeviews/taviheaderview.h"
 #include "treeviews/tavitreeitemdelegate.h"
 #include "treeviews/tavitreemodel.h"
@@ -10,7 +11,8 @@
 #include <QGridLayout>
 #include <QLineEdit>
 #include <QPalette>
-#include <QStatusBar>
+
+#include <utility>
 
 TaviTreeViewFilterFloater *TaviTreeView::filter_floater = nullptr;
 
@@ -40,10 +42,9 @@ TaviTreeView::TaviTreeView(QWidget *parent) : QTreeView(parent)
 
     connect(proxy_model, SIGNAL(layoutAboutToBeChanged()), this, SLOT(proxyLayoutAboutToBeChanged()));
     connect(proxy_model, SIGNAL(layoutChanged()), this, SLOT(proxyLayoutChanged()));
-    connect(proxy_model, SIGNAL(modelReset()), this, SLOT(updateStatusBar()));
-    connect(proxy_model, SIGNAL(rowsInserted(QModelIndex, int, int)), this, SLOT(updateStatusBar()));
-    connect(proxy_model, SIGNAL(rowsRemoved(QModelIndex, int, int)), this, SLOT(updateStatusBar()));
-    connect(proxy_model, &QAbstractProxyModel::sourceModelChanged, this, &TaviTreeView::watchSourceModel);
+    connect(proxy_model, SIGNAL(modelReset()), this, SLOT(followWithStatusBar()));
+    connect(proxy_model, SIGNAL(rowsInserted(QModelIndex, int, int)), this, SLOT(followWithStatusBar()));
+    connect(proxy_model, SIGNAL(rowsRemoved(QModelIndex, int, int)), this, SLOT(followWithStatusBar()));
     connect(this, SIGNAL(doubleClicked(QModelIndex)), this, SLOT(toggleExpandAnyColumn(QModelIndex)));
 }
 
@@ -81,7 +82,7 @@ QWidget *TaviTreeView::widget()
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
     layout->addWidget(this, 0, 0); // which makes the container the parent
-    status_bar = new QStatusBar(container);
+    status_bar = new StatusLine(container);
     status_bar->setSizeGripEnabled(false);
     //: What a screen reader calls the line below a list, which tells how many rows there are.
     status_bar->setAccessibleName(tr("Status"));
@@ -99,20 +100,20 @@ void TaviTreeView::setModel(TaviTreeModel *model)
         QTreeView::setModel(model);
 }
 
+void TaviTreeView::setModel(QAbstractItemModel *model)
+{
+    if (model && model == proxy_model)
+        return;
+    auto *const tavi_model = qobject_cast<TaviTreeModel *>(model);
+    // A subclass hears of every change of its model; of another class's only that its own is gone.
+    setModel(tavi_model);
+    if (model != tavi_model)
+        proxy_model->setSourceModel(model);
+}
+
 TaviTreeModel *TaviTreeView::sourceModel() const
 {
     return proxy_model ? qobject_cast<TaviTreeModel *>(proxy_model->sourceModel()) : nullptr;
-}
-
-void TaviTreeView::watchSourceModel()
-{
-    if (watched_model)
-        watched_model->disconnect(this);
-    watched_model = proxy_model->sourceModel();
-    // A proxy forgets a source that dies without telling its own views, whose rows would then point nowhere. Given no
-    // source at all, it tells them.
-    if (watched_model)
-        connect(watched_model, &QObject::destroyed, this, [this] { proxy_model->setSourceModel(nullptr); });
 }
 
 void TaviTreeView::setSelectionModel(QItemSelectionModel *model)
@@ -123,7 +124,6 @@ void TaviTreeView::setSelectionModel(QItemSelectionModel *model)
     QTreeView::setSelectionModel(model);
     if (!selectionModel())
         return;
-    cached_selection = selectionModel()->selection();
     connect(selectionModel(), SIGNAL(selectionChanged(QItemSelection, QItemSelection)), this,
             SIGNAL(selectionChanged()));
 }
@@ -131,7 +131,6 @@ void TaviTreeView::setSelectionModel(QItemSelectionModel *model)
 void TaviTreeView::reset()
 {
     QTreeView::reset();
-    cached_selection.clear();
     if (proxy_model)
         proxy_model->hiddenRowsForgotten();
 }
@@ -140,6 +139,28 @@ void TaviTreeView::setRowHidden(int row, const QModelIndex &parent, bool hide)
 {
     QTreeView::setRowHidden(row, parent, hide);
     proxy_model->hiddenRowsTouched();
+}
+
+void TaviTreeView::doItemsLayout()
+{
+    const bool has_reason = std::exchange(layout_is_for_us, false);
+    QTreeView::doItemsLayout();
+    if (!proxy_model)
+        return;
+    const quint64 reasons = proxy_model->layoutReasons();
+    if (std::exchange(laid_out_for, reasons) != reasons || has_reason)
+        return;
+    proxy_model->hiddenRowsTouched();
+    followWithStatusBar();
+}
+
+bool TaviTreeView::hiddenRowsAreKnown()
+{
+    // With a layout to come for a reason that is known, there is no telling whether it also comes for another one.
+    if (!proxy_model || laid_out_for != proxy_model->layoutReasons() || layout_is_for_us)
+        return false;
+    executeDelayedItemsLayout(); // one for an unknown reason tells the proxy
+    return true;
 }
 
 void TaviTreeView::rowsInserted(const QModelIndex &parent, int start, int end)

@@ -14,6 +14,7 @@
 #include <QVariant>
 #include <QVector>
 
+#include <cstddef>
 #include <functional>
 #include <optional>
 #include <string>
@@ -89,6 +90,11 @@ public:
     virtual QWidget *widget();
     /// Shows @a model; null shows nothing.
     virtual void setModel(TaviTreeModel *model);
+    /// The same for callers that know the view as one of Qt's: whatever model they give stands behind the proxy. One
+    /// that is not a TaviTreeModel is sorted and filtered, but has no items. The proxy itself changes nothing.
+    void setModel(QAbstractItemModel *model) override;
+    /// Shows nothing. A subclass that overrides one of these wants `using TaviTreeView::setModel;` for the others.
+    void setModel(std::nullptr_t) { setModel(static_cast<TaviTreeModel *>(nullptr)); }
     /// The model that is shown; null if there is none or one of another class.
     virtual TaviTreeModel *sourceModel() const;
     /// Whether widget() makes a status line, and whether one that was made is shown; on at first.
@@ -96,7 +102,8 @@ public:
     /// Whether there is to be a status line.
     virtual bool isStatusBarEnabled();
     /// What the status line says: "2 of 5 items", or "5 items" without a selection. It counts visible rows of the top
-    /// level, and selected rows of all levels, in the digits and groups of the default locale.
+    /// level, and selected rows of all levels, in the digits and groups of the default locale. O(rows of the top
+    /// level); the line that follows a change by itself goes by a number that is kept.
     virtual QString statusString();
     /// Puts the value of @a role in @a column of each selected item into @a list, in the order of selectedRows().
     virtual void saveSelections(int column, int role, QList<QVariant> &list);
@@ -168,8 +175,8 @@ public:
     int sortColumn() const;
     /// Whether an editor is open.
     bool isEditing() const;
-    /// Shows or hides a row until the next keyword decides about it. Call it on this class: the operation of the same
-    /// name in the base class is not virtual, and what it changes is not counted by the status line.
+    /// Shows or hides a row until the next keyword, or the next change of the model, decides about it. The operation
+    /// of the same name in the base class is not virtual: what it changes is noticed when the rows are laid out anew.
     void setRowHidden(int row, const QModelIndex &parent, bool hide);
 
     /// @name Selected rows
@@ -200,8 +207,7 @@ public:
     QList<QModelIndex> allRows(int column = 0, const QModelIndex &parent = {}) const;
     /// The items of allRows().
     QList<TaviTreeItem *> allItems(int column = 0) const;
-    /// How many rows directly below @a parent are not hidden. For the top level the answer is known as a rule; else
-    /// O(rows below @a parent).
+    /// How many rows directly below @a parent are not hidden. O(rows below @a parent).
     int visibleRowCount(const QModelIndex &parent = {}) const;
     /// @}
 
@@ -286,7 +292,7 @@ Q_SIGNALS:
 protected Q_SLOTS:
     /// Lets the status line follow.
     void currentChanged(const QModelIndex &current, const QModelIndex &previous) override;
-    /// Takes up what is selected now, and lets the status line follow.
+    /// Lets the status line follow.
     void selectionChanged(const QItemSelection &selected, const QItemSelection &deselected) override;
     /// Applies a keyword. An empty one shows all rows and restores the expansion, any other opens the branches of
     /// visible rows.
@@ -301,6 +307,8 @@ public:
     void setSelectionModel(QItemSelectionModel *model) override;
     /// Forgets what is selected, open and hidden; what a keyword hides is hidden again.
     void reset() override;
+    /// As the base class; finds out about rows that were hidden or shown past setRowHidden().
+    void doItemsLayout() override;
 
 protected:
     /// Emits doubleClicked() after what the base class does.
@@ -327,9 +335,10 @@ protected:
 private Q_SLOTS:
     void proxyLayoutAboutToBeChanged();
     void proxyLayoutChanged();
-    void watchSourceModel();
+    void followWithStatusBar();
 
 private:
+    friend class TaviTreeProxyModel;
     friend class TaviTreeViewFilterFloater;
 
     /// Whether a branch was open.
@@ -350,6 +359,8 @@ private:
     using BranchVisitor = std::function<void(const QModelIndex &index, const TaviTreeItem *item)>;
 
     void setUp();
+    void takeFloaterOver();
+    bool hiddenRowsAreKnown();
     DragClass dragClass(const QDropEvent *event) const;
     bool takesDrag(const QDropEvent *event) const;
     void passDragOn(QDropEvent *event, const std::function<void()> &base);
@@ -366,6 +377,9 @@ private:
     QModelIndexList matches(int column, const QVariant &value, int role, int hits) const;
     QList<TaviTreeItem *> removeFromModel(const QList<TaviTreeItem *> &items, bool take);
     void appendRows(int column, const QModelIndex &parent, QModelIndexList &rows) const;
+    QItemSelection presentSelection() const;
+    bool hasSelection() const;
+    void select(const QItemSelection &rows, QItemSelectionModel::SelectionFlags command);
     int selectedRowCount() const;
     void visitVisibleBranches(const BranchVisitor &visit) const;
     void visitVisibleBranches(const QList<TaviTreeItem *> &items, const QModelIndex &source_parent,
@@ -389,13 +403,13 @@ private:
     QVector<ExpandState> expand_states; // parents before their children
     QPointer<QDialog> rename_dialog;
     QItemSelectionModel::SelectionFlags invalid_index_selection_command = QItemSelectionModel::Clear;
-    QItemSelection cached_selection; // what is selected, as of the last change
 
     // From startFiltering() to stopFiltering().
     bool filter_session = false;
     // What filtering began from, while a sort in the middle of it saves and restores its own.
     std::optional<QVector<ExpandState>> expand_states_before_sort;
-    QPointer<QObject> watched_model;
+    quint64 laid_out_for = 0;      // the proxy's reasons at the last layout
+    bool layout_is_for_us = false; // branches were opened or closed
 };
 
 #endif

@@ -10,18 +10,25 @@
 #include <QLineEdit>
 #include <QStatusBar>
 
-void TaviTreeView::showFilterFloater()
+void TaviTreeView::takeFloaterOver()
 {
-    if (filter_floater && filter_floater->view == this) {
-        if (filter_floater->isVisible())
-            return;
-    } else if (filter_floater) {
-        TaviTreeViewFilterFloater *other = filter_floater;
+    // A slot that hears of the end may destroy this view or the floater, or open it elsewhere again.
+    const QPointer<TaviTreeView> self(this);
+    while (self && filter_floater && filter_floater->view != this) {
+        const QPointer<TaviTreeViewFilterFloater> other = filter_floater;
         // One that was closed before ended its filtering then; a second end would undo what happened since.
         if (!other->isHidden())
             other->close();
         delete other;
     }
+}
+
+void TaviTreeView::showFilterFloater()
+{
+    const QPointer<TaviTreeView> self(this);
+    takeFloaterOver();
+    if (!self || (filter_floater && filter_floater->isVisible()))
+        return;
     if (!filter_floater) {
         filter_floater = new TaviTreeViewFilterFloater(this);
         connect(filter_floater, SIGNAL(closing()), this, SLOT(stopFiltering()));
@@ -56,7 +63,7 @@ void TaviTreeView::stopFiltering()
     filter_session = false;
     proxy_model->filter(QString());
     restoreExpandStates();
-    if (selectionModel() && !selectionModel()->hasSelection()) {
+    if (!hasSelection()) {
         restoreSelections(0, TaviTreeItem::IdRole, saved_selection);
         // Scrolling to a row opens the branches above it.
         restoreExpandStates();
@@ -106,6 +113,15 @@ void TaviTreeView::updateStatusBar(int ms)
 {
     if (status_bar && status_bar_enabled)
         status_bar->showMessage(statusString(), ms);
+}
+
+void TaviTreeView::followWithStatusBar()
+{
+    const QPointer<TaviTreeView> self(this);
+    const bool before = proxy_model->goByKeptCount(true);
+    updateStatusBar(0);
+    if (self)
+        proxy_model->goByKeptCount(before);
 }
 
 int TaviTreeView::visibleRowCount(const QModelIndex &parent) const

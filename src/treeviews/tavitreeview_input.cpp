@@ -81,7 +81,7 @@ void TaviTreeView::keyPressEvent(QKeyEvent *event)
 
 void TaviTreeView::searchAhead()
 {
-    const QModelIndex current = selectionModel()->currentIndex();
+    const QModelIndex current = currentIndex();
     if (!current.isValid())
         return;
     const int sorted_by = sortColumn();
@@ -103,8 +103,8 @@ void TaviTreeView::searchAhead()
             continue;
         const QPersistentModelIndex hit = hits.first();
         const QPointer<TaviTreeView> self(this);
-        selectionModel()->select(hit, QItemSelectionModel::SelectCurrent | QItemSelectionModel::Clear
-                                          | QItemSelectionModel::Rows);
+        select({hit, hit},
+               QItemSelectionModel::SelectCurrent | QItemSelectionModel::Clear | QItemSelectionModel::Rows);
         if (self && hit.isValid())
             scrollTo(hit, EnsureVisible);
         return;
@@ -127,7 +127,7 @@ QItemSelectionModel::SelectionFlags TaviTreeView::selectionCommand(const QModelI
 {
     if (!index.isValid())
         return invalid_index_selection_command;
-    if (event && event->type() == QEvent::ContextMenu && selectionModel()->isSelected(index))
+    if (event && event->type() == QEvent::ContextMenu && selectionModel() && selectionModel()->isSelected(index))
         return QItemSelectionModel::NoUpdate;
     return QTreeView::selectionCommand(index, event);
 }

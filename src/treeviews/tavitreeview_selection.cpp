@@ -65,20 +65,36 @@ QList<TaviTreeItem *> itemsOf(const QModelIndexList &rows)
 void TaviTreeView::selectionChanged(const QItemSelection &selected, const QItemSelection &deselected)
 {
     QTreeView::selectionChanged(selected, deselected);
-    cached_selection = selectionModel()->selection();
-    updateStatusBar(0);
+    followWithStatusBar();
+}
+
+QItemSelection TaviTreeView::presentSelection() const
+{
+    // Asked for each time: a sort, or rows that come, change the ranges without a signal.
+    return selectionModel() ? selectionModel()->selection() : QItemSelection();
+}
+
+bool TaviTreeView::hasSelection() const
+{
+    return selectionModel() && selectionModel()->hasSelection();
+}
+
+void TaviTreeView::select(const QItemSelection &rows, QItemSelectionModel::SelectionFlags command)
+{
+    if (selectionModel())
+        selectionModel()->select(rows, command);
 }
 
 void TaviTreeView::currentChanged(const QModelIndex &current, const QModelIndex &previous)
 {
     QTreeView::currentChanged(current, previous);
-    updateStatusBar(0);
+    followWithStatusBar();
 }
 
 QList<QModelIndex> TaviTreeView::selectedRows(int column) const
 {
     QModelIndexList rows;
-    visitCells(cached_selection, column, [&](const QModelIndex &cell) { rows.append(cell); });
+    visitCells(presentSelection(), column, [&](const QModelIndex &cell) { rows.append(cell); });
     std::sort(rows.begin(), rows.end());
     return rows;
 }
@@ -86,7 +102,7 @@ QList<QModelIndex> TaviTreeView::selectedRows(int column) const
 int TaviTreeView::selectedRowCount() const
 {
     int count = 0;
-    visitCells(cached_selection, 0, [&](const QModelIndex &) { ++count; });
+    visitCells(presentSelection(), 0, [&](const QModelIndex &) { ++count; });
     return count;
 }
 
@@ -179,7 +195,7 @@ void TaviTreeView::selectShownItem(const TaviTreeItem *item, bool ensure_visible
     if (!index.isValid())
         return;
     const QPointer<TaviTreeView> self(this);
-    selectionModel()->select(index, command);
+    select({index, index}, command);
     if (self && ensure_visible && index.isValid())
         scrollTo(index, EnsureVisible);
 }
@@ -210,7 +226,7 @@ void TaviTreeView::selectShownItems(const QList<TaviTreeItem *> &items, bool ens
     const QPointer<TaviTreeView> self(this);
     {
         const UpdatesOff updates_off(this);
-        selectionModel()->select(selectionOfRows(rows), command);
+        select(selectionOfRows(rows), command);
     }
     if (self && ensure_visible && last.isValid())
         scrollTo(last, EnsureVisible);
@@ -234,7 +250,7 @@ QModelIndex TaviTreeView::selectOnlyMatch(int column, const QVariant &value, int
     if (hits.size() != 1)
         return {};
     const QPersistentModelIndex hit = hits.first();
-    selectionModel()->select(hit, command);
+    select({hit, hit}, command);
     return hit;
 }
 
@@ -258,7 +274,7 @@ QList<QModelIndex> TaviTreeView::selectAllMatches(int column, const QVariant &va
         if (!self)
             return {};
         // The first one may replace what was selected; the others join it.
-        selectionModel()->select(row, row == rows.first() ? command : add_rows);
+        select({row, row}, row == rows.first() ? command : add_rows);
     }
     QModelIndexList selected;
     for (const QPersistentModelIndex &row : rows)
@@ -292,7 +308,7 @@ QList<TaviTreeItem *> TaviTreeView::removeFromModel(const QList<TaviTreeItem *> 
     const QPointer<TaviTreeView> self(this);
     const UpdatesOff updates_off(this);
     QVector<QPointer<TaviTreeItem>> watched;
-    const bool heard = selectionModel()->hasSelection();
+    const bool heard = hasSelection();
     if (heard)
         watched = QVector<QPointer<TaviTreeItem>>(items.cbegin(), items.cend());
     clearSelection();

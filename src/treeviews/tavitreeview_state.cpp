@@ -11,6 +11,7 @@
 #include "treeviews/treerows_p.h"
 
 #include <QPersistentModelIndex>
+#include <QSignalBlocker>
 
 const char TaviTreeView::headers_reg_key[] = "header_state";
 
@@ -57,8 +58,10 @@ void TaviTreeView::applyExpandChanges(const QVector<ExpandChange> &changes)
     if (changes.isEmpty())
         return;
     // With a layout to come, opening a branch is a note in a table; without, it moves all rows below.
-    if (changes.size() > 1)
+    if (changes.size() > 1) {
         scheduleDelayedItemsLayout();
+        layout_is_for_us = true;
+    }
     const QPointer<TaviTreeView> self(this);
     for (const ExpandChange &change : changes) {
         if (change.index.isValid())
@@ -94,11 +97,17 @@ void TaviTreeView::visitVisibleBranches(const QList<TaviTreeItem *> &items, cons
 
 void TaviTreeView::expandVisibleBranches()
 {
+    if (!sourceModel()) {
+        expandAll();
+        return;
+    }
     QVector<ExpandChange> changes;
     visitVisibleBranches([&](const QModelIndex &index, const TaviTreeItem *) {
         if (!isExpanded(index))
             changes.append({index, true});
     });
+    // As expandAll() does it: nobody has opened these branches.
+    const QSignalBlocker silence(this);
     applyExpandChanges(changes);
 }
 
@@ -140,8 +149,9 @@ void TaviTreeView::restoreSelections(int column, int role, QList<QVariant> &list
     const QVector<QVariant> values = list.toVector(); // a slot may change the list
     // The two steps of QItemSelectionModel::clear(): between them a slot may destroy the view, and the selection
     // model with it.
-    selectionModel()->clearSelection();
-    if (self)
+    if (selectionModel())
+        selectionModel()->clearSelection();
+    if (self && selectionModel())
         selectionModel()->clearCurrentIndex();
     if (!self || !model()->index(0, 0).isValid())
         return;
@@ -170,12 +180,12 @@ void TaviTreeView::restoreSelections(int column, int role, QList<QVariant> &list
     for (const QPersistentModelIndex &row : rows)
         selected.append(row);
     sortInTreeOrder(selected);
-    selectionModel()->select(selectionOfRows(selected), QItemSelectionModel::Select | QItemSelectionModel::Rows);
+    select(selectionOfRows(selected), QItemSelectionModel::Select | QItemSelectionModel::Rows);
 }
 
 void TaviTreeView::restoreSelections()
 {
-    if (!selectionModel()->hasSelection())
+    if (!hasSelection())
         restoreSelections(0, TaviTreeItem::IdRole, saved_selection);
 }
 

@@ -34,6 +34,9 @@ public:
     using TaviTreeView::stopFiltering;
     using TaviTreeView::toggleExpandAnyColumn;
 
+    /// As while a drag is over the view.
+    void pretendDragging() { setState(DraggingState); }
+
     /// Texts of the first column of all rows in sight of the filter, depth first.
     QStringList shownTexts() const { return texts(allRows(0)); }
     QStringList selectedTexts() const { return texts(selectedRows(0)); }

@@ -5,6 +5,24 @@
 #include "treeviews/tavitreeitemdelegate.h"
 
 #include <QGridLayout>
+#include <QStandardItemModel>
+
+namespace {
+
+/// A view that notes the models that it is given.
+class ModelProbe : public TreeProbe
+{
+public:
+    using TreeProbe::setModel;
+    void setModel(TaviTreeModel *model) override
+    {
+        given.append(model);
+        TreeProbe::setModel(model);
+    }
+    QList<TaviTreeModel *> given;
+};
+
+} // namespace
 
 /// Construction of a tree view, its container, and what it forwards.
 class TestTaviTreeView : public TaviTest
@@ -105,6 +123,66 @@ private Q_SLOTS:
         QCOMPARE(tree.view.model()->rowCount(), 0);
     }
 
+    void aPlainPointerToTheViewSetsTheModelBehindTheProxy()
+    {
+        TaviTreeModel model({"name"});
+        model.appendItem(makeItem("row"));
+        ModelProbe view;
+        QTreeView *plain = &view;
+        plain->setModel(&model);
+        QCOMPARE(view.model(), view.proxyModel());
+        QCOMPARE(view.sourceModel(), &model);
+        QCOMPARE(view.given, QList<TaviTreeModel *>({&model}));
+        QCOMPARE(view.shownTexts(), QStringList({"row"}));
+        // It is in front already.
+        plain->setModel(view.proxyModel());
+        QCOMPARE(view.sourceModel(), &model);
+        QCOMPARE(view.given.size(), 1);
+        plain->setModel(nullptr);
+        QCOMPARE(view.model(), view.proxyModel());
+        QCOMPARE(view.model()->rowCount(), 0);
+        QCOMPARE(view.given.size(), 2);
+        view.setModel(nullptr);
+        QCOMPARE(view.given.size(), 3);
+    }
+
+    void aModelOfAnotherClassIsShownWithoutItems()
+    {
+        Tree tree;
+        ModelProbe view;
+        view.setModel(&tree.model);
+        QStandardItemModel other;
+        auto *parent = new QStandardItem("cyan");
+        parent->appendRow(new QStandardItem("light cyan"));
+        other.appendRow(parent);
+        other.appendRow(new QStandardItem("paper"));
+        static_cast<QTreeView &>(view).setModel(&other);
+        QCOMPARE(view.given, QList<TaviTreeModel *>({&tree.model, nullptr})); // who knew the one before, lets go
+        QCOMPARE(view.model(), view.proxyModel());
+        QCOMPARE(view.proxyModel()->sourceModel(), &other);
+        QCOMPARE(view.sourceModel(), nullptr);
+        QCOMPARE(view.shownTexts(), QStringList({"cyan", "light cyan", "paper"}));
+        QVERIFY(view.allItems(0).isEmpty());
+        view.filter("light");
+        QCOMPARE(view.shownTexts(), QStringList({"cyan", "light cyan"}));
+        QVERIFY(view.isExpanded(view.model()->index(0, 0)));
+        QCOMPARE(view.statusString(), QString("1 item"));
+        view.filter("");
+        view.saveExpandStates();
+        view.restoreExpandStates();
+        QVERIFY(view.removeSelectedItems(true).isEmpty());
+        QCOMPARE(view.shownTexts().size(), 3);
+    }
+
+    void aResetOfTheViewForgetsWhatWasSelected()
+    {
+        Tree tree;
+        tree.view.selectItem(tree.paper);
+        tree.view.reset();
+        QVERIFY(tree.view.selectedItems(0).isEmpty());
+        QCOMPARE(tree.view.statusString(), QString("4 items"));
+    }
+
     void withoutStatusLineTheViewIsItsOwnWidget()
     {
         QWidget window;
@@ -146,7 +224,10 @@ private Q_SLOTS:
         QCOMPARE(tree.view.statusBar(), nullptr);
         QVERIFY(bar->isHidden());
         QCOMPARE(tree.view.widget(), &tree.view); // as documented: the container is for views with a status line
+        bar->showMessage("before");
         tree.model.appendItem(makeItem("one more"));
+        tree.view.updateStatusBar();
+        QCOMPARE(bar->currentMessage(), QString("before"));
         tree.view.setStatusBarEnabled(true);
         QCOMPARE(tree.view.statusBar(), bar);
         QVERIFY(!bar->isHidden());
@@ -190,6 +271,8 @@ private Q_SLOTS:
         QVERIFY(tree.view.isEditing());
         QTest::keyClick(tree.view.viewport()->findChild<QLineEdit *>(), Qt::Key_Escape);
         QTRY_VERIFY(!tree.view.isEditing());
+        tree.view.pretendDragging();
+        QVERIFY(!tree.view.isEditing());
     }
 
     void anotherSelectionModelIsListenedTo()

@@ -301,6 +301,26 @@ private Q_SLOTS:
         QCOMPARE(tree.view.selectedItems(0).size(), 4);
     }
 
+    void theKeysOfEveryItemViewNeverSearch_data()
+    {
+        QTest::addColumn<int>("key");
+        for (const Qt::Key key : {Qt::Key_Backspace, Qt::Key_Return, Qt::Key_Enter, Qt::Key_Delete, Qt::Key_Down,
+                                  Qt::Key_PageUp, Qt::Key_PageDown, Qt::Key_Up, Qt::Key_Home, Qt::Key_End,
+                                  Qt::Key_Plus, Qt::Key_Minus, Qt::Key_Space, Qt::Key_Escape, Qt::Key_F2})
+            QTest::newRow(qPrintable(QKeySequence(key).toString())) << int(key);
+    }
+    void theKeysOfEveryItemViewNeverSearch()
+    {
+        QFETCH(int, key);
+        Tree tree;
+        QVERIFY(tree.show());
+        setCurrent(tree, tree.cyan);
+        // Whatever text the keyboard gives them. Only a search gets at a row in a closed branch.
+        QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier, "light grey");
+        QCoreApplication::sendEvent(&tree.view, &event);
+        QVERIFY(!tree.view.selectedItems(0).contains(tree.light_grey));
+    }
+
     void aClickIntoEmptySpace()
     {
         Tree tree;

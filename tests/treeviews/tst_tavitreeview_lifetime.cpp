@@ -144,6 +144,50 @@ private Q_SLOTS:
         QVERIFY(TaviTreeView::filterFloater()->isVisible());
     }
 
+    void theFloaterMayBeOpenedElsewhereWhileItIsTakenOver()
+    {
+        Tree first;
+        Tree second;
+        Tree third;
+        QVERIFY(first.show() && second.show() && third.show());
+        first.view.showFilterFloater();
+        connect(TaviTreeView::filterFloater(), &TaviTreeViewFilterFloater::closing, this,
+                [&] { third.view.showFilterFloater(); });
+        second.view.showFilterFloater();
+        QCOMPARE(TaviTreeView::filterFloater()->parent(), &second.view);
+        QVERIFY(TaviTreeView::filterFloater()->isVisible());
+        QCOMPARE(first.view.findChildren<TaviTreeViewFilterFloater *>().size(), 0);
+        QCOMPARE(third.view.findChildren<TaviTreeViewFilterFloater *>().size(), 0);
+    }
+
+    void theFloaterMayBeDeletedWhileItIsTakenOver()
+    {
+        Tree first;
+        Tree second;
+        QVERIFY(first.show() && second.show());
+        first.view.showFilterFloater();
+        connect(TaviTreeView::filterFloater(), &TaviTreeViewFilterFloater::closing, this,
+                [] { delete TaviTreeView::filterFloater(); });
+        second.view.showFilterFloater();
+        QVERIFY(TaviTreeView::filterFloater() && TaviTreeView::filterFloater()->isVisible());
+        QCOMPARE(TaviTreeView::filterFloater()->parent(), &second.view);
+    }
+
+    void aViewMayBeDestroyedWhileItTakesTheFloaterOver()
+    {
+        Tree first;
+        QVERIFY(first.show());
+        QPointer<TreeProbe> second = new TreeProbe;
+        second->setModel(&first.model);
+        second->show();
+        QVERIFY(QTest::qWaitForWindowExposed(second));
+        first.view.showFilterFloater();
+        connect(TaviTreeView::filterFloater(), &TaviTreeViewFilterFloater::closing, this, [&] { delete second; });
+        second->showFilterFloater();
+        QVERIFY(!second);
+        QVERIFY(!TaviTreeView::filterFloater() || TaviTreeView::filterFloater()->isHidden());
+    }
+
     void theViewMayBeDestroyedByTheEndOfFiltering()
     {
         TaviTreeModel model({"name"});
@@ -378,15 +422,33 @@ private Q_SLOTS:
     {
         QFETCH(int, how);
         Tree tree;
+        tree.view.selectItems({tree.cyan, tree.black, tree.grey});
         bool armed = true;
         connect(&tree.view, &QTreeView::expanded, this, [&] {
             if (std::exchange(armed, false))
                 removeBlack(tree, how);
         });
-        tree.view.filter("light");
+        tree.view.expandSelected();
         QVERIFY(!armed);
         QCOMPARE(tree.view.shownTexts().count("black"), 0);
+        QCOMPARE(tree.view.visibleRowCount(), 3);
+    }
+
+    void rowsMayBeRemovedWhileBranchesAreClosedAgain_data() { howToRemove(); }
+    void rowsMayBeRemovedWhileBranchesAreClosedAgain()
+    {
+        QFETCH(int, how);
+        Tree tree;
+        tree.view.saveExpandStates();
+        tree.view.filter("light");
+        bool armed = true;
+        connect(&tree.view, &QTreeView::collapsed, this, [&] {
+            if (std::exchange(armed, false))
+                removeBlack(tree, how);
+        });
         tree.view.filter("");
+        QVERIFY(!armed);
+        QCOMPARE(tree.view.shownTexts().count("black"), 0);
         QCOMPARE(tree.view.visibleRowCount(), 3);
     }
 

@@ -56,6 +56,26 @@ QPair<QColor, QColor> extremes(const QImage &image, const QRect &rect)
     return {darkest, lightest};
 }
 
+/// Where there is ink in a line of text: first and last column of each word.
+QVector<QPair<int, int>> wordsOf(QWidget *line)
+{
+    constexpr int widest_gap_in_word = 2;
+    const QImage image = line->grab(QRect(0, 3, line->width(), line->height() - 6)).toImage();
+    const double ground = luminance(image.pixelColor(image.width() / 2, 0));
+    QVector<QPair<int, int>> words;
+    for (int x = 0; x < image.width(); ++x) {
+        bool ink = false;
+        for (int y = 0; y < image.height() && !ink; ++y)
+            ink = std::abs(luminance(image.pixelColor(x, y)) - ground) > 0.2;
+        if (!ink)
+            continue;
+        if (words.isEmpty() || x - words.last().second > widest_gap_in_word + 1)
+            words.append({x, x});
+        words.last().second = x;
+    }
+    return words;
+}
+
 } // namespace
 
 /// How a tree view looks and names itself: dark and light, in both directions of reading, at every scale.
@@ -150,6 +170,44 @@ private Q_SLOTS:
         const TaviTreeViewFilterFloater *floater = TaviTreeView::filterFloater();
         QVERIFY(QTest::qWaitForWindowExposed(const_cast<TaviTreeViewFilterFloater *>(floater)));
         QVERIFY(floater->findChild<QLabel *>()->x() > floater->lineEdit()->x());
+    }
+
+    void theStatusReadsTheSameInBothDirections()
+    {
+        QVector<QPair<int, int>> left_to_right;
+        for (const Qt::LayoutDirection direction : {Qt::LeftToRight, Qt::RightToLeft}) {
+            QGuiApplication::setLayoutDirection(direction);
+            Tree tree;
+            QVERIFY(tree.show());
+            tree.view.selectItem(tree.paper);
+            QStatusBar *bar = tree.view.statusBar();
+            QCOMPARE(bar->currentMessage(), QString("1 of 4 items"));
+            const QVector<QPair<int, int>> words = wordsOf(bar);
+            QCOMPARE(words.size(), 4);
+            if (direction == Qt::LeftToRight) {
+                left_to_right = words;
+                QVERIFY(words[0].first < 20);
+                continue;
+            }
+            // The same words in the same order, but beside the other edge.
+            for (int i = 0; i < words.size(); ++i) {
+                const int width = words[i].second - words[i].first;
+                QVERIFY2(qAbs(width - (left_to_right[i].second - left_to_right[i].first)) <= 2,
+                         qPrintable(QString::number(i)));
+            }
+            QVERIFY(words.last().second > bar->width() - 20);
+            // A widget that an application puts there stands at the end of the line, the text before it.
+            auto *permanent = new QWidget;
+            permanent->setFixedWidth(100);
+            bar->addPermanentWidget(permanent);
+            QCoreApplication::processEvents();
+            QVERIFY(permanent->isVisible() && permanent->x() < 20);
+            QCOMPARE(wordsOf(bar).size(), 4);
+            bar->showMessage(QString(100, 'm'));
+            QVERIFY(wordsOf(bar).value(0).first > permanent->geometry().right());
+            bar->clearMessage();
+            QVERIFY(wordsOf(bar).isEmpty());
+        }
     }
 
     /// The same in a process of its own for each scale; what runs there is scaled() below.

@@ -93,6 +93,72 @@ private Q_SLOTS:
         QCOMPARE(tree.view.firstSelectedIndex(tree.view.indexOf(tree.paper)), tree.view.indexOf(tree.magenta));
     }
 
+    void aSortLeavesTheSameRowsSelected()
+    {
+        Tree tree;
+        tree.view.setSortingEnabled(true);
+        tree.view.sortByColumn(0, Qt::AscendingOrder); // black cyan magenta paper
+        tree.view.selectItems({tree.black, tree.cyan, tree.magenta});
+        tree.cyan->setData(1, "Z", Qt::DisplayRole);
+        tree.black->setData(1, "A", Qt::DisplayRole);
+        tree.view.sortByColumn(1, Qt::AscendingOrder); // paper black magenta cyan
+        QStringList texts = tree.view.selectedTexts();
+        texts.sort();
+        QCOMPARE(texts, QStringList({"black", "cyan", "magenta"}));
+        tree.view.sortByColumn(2, Qt::DescendingOrder);
+        QCOMPARE(tree.view.selectedTexts().size(), 3);
+        QVERIFY(!tree.view.selectedTexts().contains("paper"));
+    }
+
+    void aRowThatComesBetweenSelectedOnesIsNotSelected()
+    {
+        Tree tree;
+        tree.view.widget();
+        tree.view.selectItems({tree.cyan, tree.magenta, tree.black});
+        QCOMPARE(tree.view.selectionModel()->selection().size(), 1); // one range
+        TaviTreeItem *item = makeItem("between");
+        tree.model.insertItem(1, item);
+        QCOMPARE(tree.view.selectedTexts(), QStringList({"cyan", "magenta", "black"}));
+        QCOMPARE(tree.view.statusBar()->currentMessage(), QString("3 of 5 items"));
+        QCOMPARE(tree.view.removeSelectedItems(false).size(), 3);
+        QCOMPARE(tree.view.shownTexts(), QStringList({"between", "paper"}));
+    }
+
+    void withoutASelectionModelNothingHappens()
+    {
+        Tree tree;
+        tree.view.selectItem(tree.paper);
+        tree.view.saveSelections();
+        auto *other = new QItemSelectionModel(tree.view.model());
+        tree.view.setSelectionModel(other);
+        tree.view.selectItem(tree.cyan);
+        delete other;
+        QVERIFY(!tree.view.selectionModel());
+        QVERIFY(tree.view.selectedItems(0).isEmpty());
+        QCOMPARE(tree.view.statusString(), QString("4 items"));
+        tree.view.selectItem(tree.paper, true);
+        tree.view.clearSelectItem(tree.paper);
+        tree.view.selectItems({tree.paper}, true);
+        tree.view.clearSelectItems({tree.paper});
+        tree.view.clearSelectItemWithProperty(0, "paper", Qt::DisplayRole);
+        tree.view.selectItemsWithProperty(2, "solid", Qt::DisplayRole);
+        tree.view.expandSelected();
+        QList<QVariant> list = {tree.paper->id()};
+        tree.view.restoreSelections(0, TaviTreeItem::IdRole, list);
+        static_cast<TaviTreeView &>(tree.view).restoreSelections();
+        tree.view.saveSelections(0, TaviTreeItem::IdRole, list);
+        QVERIFY(list.isEmpty());
+        tree.view.startFiltering();
+        tree.view.filter("cyan");
+        tree.view.stopFiltering();
+        QTest::keyClick(&tree.view, 'p');
+        const QContextMenuEvent menu(QContextMenuEvent::Mouse, {5, 5});
+        tree.view.selectionCommand(tree.view.indexOf(tree.cyan), &menu);
+        QVERIFY(tree.view.removeSelectedItems(true).isEmpty());
+        QVERIFY(tree.view.removeItems({tree.cyan}, false).isEmpty());
+        QCOMPARE(tree.view.shownTexts(), QStringList({"magenta", "black", "grey", "light grey", "paper"}));
+    }
+
     void aRowSelectedInOneCellCountsInThatColumnOnly()
     {
         Tree tree;
