@@ -217,6 +217,30 @@ private Q_SLOTS:
         QCOMPARE(sectionSizes(at.view.verticalHeader()), QVector<int>(at.model.rowCount(), section.height()));
     }
 
+    void someEventsSizeTheCellsAtOnce_data()
+    {
+        QTest::addColumn<int>("type");
+        QTest::addColumn<int>("width");
+        QTest::newRow("show") << int(QEvent::Show) << 25;
+        QTest::newRow("shown by the parent") << int(QEvent::ShowToParent) << 25;
+        QTest::newRow("resize") << int(QEvent::Resize) << 25;
+        QTest::newRow("another one") << int(QEvent::Leave) << 70;
+    }
+    void someEventsSizeTheCellsAtOnce()
+    {
+        QFETCH(const int, type);
+        QFETCH(const int, width);
+        GridOnDisplay at(100);
+        at.view.setColumnWidth(2, 70);
+        QEvent plain(static_cast<QEvent::Type>(type));
+        QResizeEvent resize(at.view.viewport()->size(), at.view.viewport()->size());
+        QShowEvent show;
+        QCoreApplication::sendEvent(at.view.viewport(), type == QEvent::Resize ? &resize
+                                                        : type == QEvent::Show ? &show
+                                                                               : &plain);
+        QCOMPARE(at.view.columnWidth(2), width);
+    }
+
     void aSectionThatWasResizedIsSetRightByTheNextPaint()
     {
         GridOnDisplay at(100);
