@@ -49,26 +49,28 @@ RenameWalk::RenameWalk(TaviTreeView *view, int column)
         // Numbers cost nothing while they wait. A hundred thousand persistent indexes would be gone through at every
         // row that is removed or sorted to another place.
         const TaviTreeItem *const item = items_ ? TaviTreeModel::itemFromIndex(index) : nullptr;
-        rows_.append({item ? item->id() : 0, item ? QPersistentModelIndex() : QPersistentModelIndex(index), false});
+        rows_.append({item ? item->id() : 0, item ? QPersistentModelIndex() : QPersistentModelIndex(index)});
     }
-    noteSelection();
 }
 
 /// By ranges: a selection that is asked row by row goes through all of them each time.
 void RenameWalk::noteSelection()
 {
-    const QItemSelection ranges = selection_->selection();
+    selected_known_ = true;
+    selected_.fill(false, model_->rowCount());
+    const QItemSelection ranges = selection_ ? selection_->selection() : QItemSelection();
     for (const QItemSelectionRange &range : ranges) {
-        if (range.parent().isValid() || range.left() > column_ || range.right() < column_)
+        if (!range.isValid() || range.parent().isValid() || range.left() > column_ || range.right() < column_)
             continue;
-        for (int row = range.top(); row <= qMin(range.bottom(), rows_.size() - 1); ++row)
-            rows_[row].selected = true;
+        selected_.fill(true, range.top(), range.bottom() + 1);
     }
 }
 
-bool RenameWalk::isSelected(const Row &row, const QModelIndex &index) const
+bool RenameWalk::isSelected(const QModelIndex &index)
 {
-    return selection_changed_ ? selection_ && selection_->isSelected(index) : row.selected;
+    if (!selected_known_)
+        noteSelection();
+    return selected_.testBit(index.row()) && (index.flags() & Qt::ItemIsSelectable);
 }
 
 /// Invalid for a row that is gone, or not of the top level any more.
@@ -89,8 +91,15 @@ int RenameWalk::rename(const RenameRule &rule, bool all, bool one)
     if (rule.op.isEmpty())
         return 0;
     QObject context;
-    QObject::connect(selection_, &QItemSelectionModel::selectionChanged, &context,
-                     [this] { selection_changed_ = true; });
+    const auto forget = [this] {
+        selected_known_ = false;
+    };
+    QObject::connect(selection_, &QItemSelectionModel::selectionChanged, &context, forget);
+    QObject::connect(model_, &QAbstractItemModel::rowsInserted, &context, forget);
+    QObject::connect(model_, &QAbstractItemModel::rowsRemoved, &context, forget);
+    QObject::connect(model_, &QAbstractItemModel::rowsMoved, &context, forget);
+    QObject::connect(model_, &QAbstractItemModel::layoutChanged, &context, forget);
+    QObject::connect(model_, &QAbstractItemModel::modelReset, &context, forget);
     std::optional<SortedAtTheEnd> sorting;
     if (!one)
         sorting.emplace(view_->proxyModel());
@@ -102,10 +111,9 @@ int RenameWalk::rename(const RenameRule &rule, bool all, bool one)
         const QModelIndex index = indexOf(row);
         if (!index.isValid())
             continue;
-        const Qt::ItemFlags flags = index.flags();
-        if (!(flags & Qt::ItemIsEditable))
+        if (!(index.flags() & Qt::ItemIsEditable))
             continue;
-        if (!all && !(isSelected(row, index) && (flags & Qt::ItemIsSelectable)))
+        if (!all && !isSelected(index))
             continue;
         if (const auto renamed = rule.renamed(index.data(Qt::DisplayRole).toString())) {
             ++changed;

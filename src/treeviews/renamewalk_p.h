@@ -3,6 +3,7 @@
 #define TREEVIEWS_RENAMEWALK_P_H
 
 #include <QAbstractItemModel>
+#include <QBitArray>
 #include <QItemSelectionModel>
 #include <QPersistentModelIndex>
 #include <QPointer>
@@ -28,12 +29,11 @@ private:
     struct Row {
         int item_id;                 ///< Of a row that is an item,
         QPersistentModelIndex index; ///< and of any other row this.
-        bool selected;
     };
 
     QModelIndex indexOf(const Row &row) const;
     void noteSelection();
-    bool isSelected(const Row &row, const QModelIndex &index) const;
+    bool isSelected(const QModelIndex &index);
 
     const QPointer<TaviTreeView> view_;
     const QPointer<QAbstractItemModel> model_;
@@ -41,7 +41,8 @@ private:
     const QPointer<QItemSelectionModel> selection_;
     const int column_;
     QVector<Row> rows_;
-    bool selection_changed_ = false;
+    QBitArray selected_; ///< By row, as long as it is known.
+    bool selected_known_ = false;
 };
 
 #endif
