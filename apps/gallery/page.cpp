@@ -15,8 +15,15 @@ QVector<Page> galleryPages()
         {"tavigridview", "TaviGridView",
          "A collection as cells of one size, as many in a row as fit: the patches of a characterisation set.",
          makeTaviGridViewPage},
+        {"taviheaderview", "TaviHeaderView",
+         "Columns that come, go and move by menu, dialog, mouse and keys, and the kinds of cells of an item "
+         "delegate.",
+         makeTaviHeaderViewPage},
         {"tavitreeview", "TaviTreeView",
          "A tree that is sorted, ticked and filtered as one types: a characterisation set by the number of inks.",
          makeTaviTreeViewPage},
+        {"tavitreeviewrenamedlg", "TaviTreeViewRenameDLG",
+         "The dialog that finds, replaces, prefixes and appends in one column of a tree.",
+         makeTaviTreeViewRenamePage},
     };
 }

@@ -4,14 +4,17 @@ list(APPEND TAVIWIDGETS_HEADERS
     treeviews/taviconfigorder.h
     treeviews/tavigridview.h
     treeviews/taviheaderview.h
+    treeviews/tavirenamedialog.h
     treeviews/tavitreeitem.h
     treeviews/tavitreeitemdelegate.h
     treeviews/tavitreemodel.h
     treeviews/tavitreeproxymodel.h
     treeviews/tavitreeview.h
-    treeviews/tavitreeviewfilterfloater.h)
+    treeviews/tavitreeviewfilterfloater.h
+    treeviews/tavitreeviewrenamedlg.h)
 list(APPEND TAVIWIDGETS_FORMS
-    treeviews/taviconfigorder_ui.ui)
+    treeviews/taviconfigorder_ui.ui
+    treeviews/tavilistviewrename_ui.ui)
 list(APPEND TAVIWIDGETS_SOURCES
     treeviews/configorderitem.cpp
     treeviews/configordermodel.cpp
@@ -24,6 +27,12 @@ list(APPEND TAVIWIDGETS_SOURCES
     treeviews/keywordmatcher.cpp
     treeviews/keywordmatcher_p.h
     treeviews/numberlistdrag.cpp
+    treeviews/renamemethod.cpp
+    treeviews/renamemethod_p.h
+    treeviews/renamesettings.cpp
+    treeviews/renamesettings_p.h
+    treeviews/renamewalk.cpp
+    treeviews/renamewalk_p.h
     treeviews/statusline.cpp
     treeviews/statusline_p.h
     treeviews/taviconfigorder.cpp
@@ -39,6 +48,7 @@ list(APPEND TAVIWIDGETS_SOURCES
     treeviews/taviheaderview_menu.cpp
     treeviews/taviheaderview_state.cpp
     treeviews/tavioverride_p.h
+    treeviews/tavirenamedialog.cpp
     treeviews/tavitreeitem.cpp
     treeviews/tavitreeitem_checkstate.cpp
     treeviews/tavitreeitem_p.h
@@ -59,5 +69,6 @@ list(APPEND TAVIWIDGETS_SOURCES
     treeviews/tavitreeview_selection.cpp
     treeviews/tavitreeview_state.cpp
     treeviews/tavitreeviewfilterfloater.cpp
+    treeviews/tavitreeviewrenamedlg.cpp
     treeviews/treerows.cpp
     treeviews/treerows_p.h)

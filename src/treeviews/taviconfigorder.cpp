@@ -51,8 +51,7 @@ void TaviConfigOrder::openDialog(TaviRegistry *registry, const char *section)
         TaviWidgetUtil::restoreSizeFromRegistry(dialog, registry, section, true, true);
     else
         TaviWidgetUtil::restoreSize(dialog, geometry_rect, true, true);
-    if (!title.isNull())
-        dialog->setWindowTitle(title);
+    dialog->setWindowTitle(title);
     dialog->setButtonIcon(dialog->move_up_button, pixname_moveup, pixname_moveup_off);
     dialog->setButtonIcon(dialog->move_down_button, pixname_movedown, pixname_movedown_off);
     dialog->setButtonIcon(dialog->make_hidden_button, pixname_makehidden, pixname_makehidden_off);

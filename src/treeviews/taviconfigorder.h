@@ -247,7 +247,7 @@ class TAVIWIDGETS_EXPORT TaviConfigOrder : public QObject
     Q_OBJECT
 
 public:
-    /// A dialog to come, with the title "Configure Order". @a name becomes the object name.
+    /// A dialog to come, with an empty title. @a name becomes the object name.
     TaviConfigOrder(QWidget *parent, const char *name);
     /// The same with @a title.
     TaviConfigOrder(const QString &title, QWidget *parent, const char *name);

@@ -1,11 +1,15 @@
 // SPDX-License-Identifier: MIT
 #include "treeviews/tavigridview.h"
 
+#include "treeviews/tavioverride_p.h"
+
 #include <QEvent>
 #include <QHeaderView>
 #include <QStyleOptionViewItem>
 
 namespace {
+
+TAVI_DEFINE_OVERRIDES(overridesSizeHint, TaviGridDelegate, sizeHint)
 
 /// Gives every section the size, and nothing happens where all have it already. The default size goes first: a header
 /// sets all its sections to that in one go, and makes new ones of it after a reset.
@@ -83,7 +87,8 @@ int TaviGridView::lineWidth() const
 /// Whether the delegate's cell size is all that matters, as far as can be told without asking for each cell.
 bool TaviGridView::cellsAreAlike() const
 {
-    if (!qobject_cast<const TaviGridDelegate *>(itemDelegate()) || !viewport()->children().isEmpty())
+    const auto *const delegate = qobject_cast<const TaviGridDelegate *>(itemDelegate());
+    if (!delegate || overridesSizeHint(delegate) || !viewport()->children().isEmpty())
         return false;
     for (const QHeaderView *header : {horizontalHeader(), verticalHeader()}) {
         if (header->stretchLastSection() || header->stretchSectionCount() > 0)

@@ -12,7 +12,9 @@
 
 /// Paints the cells of a TaviGridView and fixes their size. A subclass implements paint().
 ///
-/// All cells have one size: the view asks for that of no cell in particular, and takes it for every cell.
+/// All cells have one size, unless a subclass overrides sizeHint() to tell one for each: a row is then as high as the
+/// highest of its cells, and a column as wide as the widest. How many columns fit is told by the size of no cell in
+/// particular, for which a view asks with an invalid index.
 class TAVIWIDGETS_EXPORT TaviGridDelegate : public QAbstractItemDelegate
 {
     Q_OBJECT
@@ -156,8 +158,9 @@ private:
 /// Ctrl+A select.
 ///
 /// **Complexity.** A repaint costs what is in sight, and a look at each row and column. A change of width costs the
-/// model's reset besides, where another number of columns fits. With a delegate that is no TaviGridDelegate, with
-/// widgets in cells, or with delegates for single rows or columns, each cell is asked for its size at each repaint.
+/// model's reset besides, where another number of columns fits. With a delegate that is no TaviGridDelegate or
+/// overrides its sizeHint(), with widgets in cells, or with delegates for single rows or columns, each cell is asked
+/// for its size at each repaint.
 ///
 /// **Threads.** The user interface thread alone.
 class TAVIWIDGETS_EXPORT TaviGridView : public QTableView

@@ -34,6 +34,8 @@ public:
 /// The header of a TaviTreeView: a menu that shows and hides columns, the dialog that orders them, and a state that
 /// also remembers how wide hidden columns are.
 ///
+/// @image html taviheaderview.png
+///
 /// @code
 /// auto *header = new TaviHeaderView(Qt::Horizontal, view);
 /// view->setHeader(header);

@@ -9,6 +9,8 @@
 
 /// Paints the cells of a TaviTreeView, with a margin around their content and an item's own colour on selected rows.
 ///
+/// @image html taviheaderview.png
+///
 /// By itself it paints what every item delegate does. A subclass that shows colours or progress overrides paint() for
 /// the columns in question and draws there with drawSwatch(), drawProgressBar() and drawText():
 ///

@@ -264,9 +264,9 @@ public:
     /// Sets what happens to the selection at a click into empty space.
     void setInvalidIndexSelectionCommand(QItemSelectionModel::SelectionFlags command);
 
-    /// Opens the dialog that finds and renames in @a column; its settings lie in @a section. One that is still open
-    /// is closed. The dialog itself is not part of the library yet: it joins with the classic lists, and until then
-    /// nothing opens.
+    /// Opens the dialog that finds and renames in @a column, TaviTreeViewRenameDLG; its settings lie in @a section of
+    /// @a registry, which must outlive it. One that is still open goes at once, and its settings are not kept. From a
+    /// window that is modal the dialog is modal, too, and this returns when it is closed.
     void renameItems(int column, TaviRegistry &registry, std::string &section);
     /// Emits itemsRenamed() with @a count.
     void fireItemsRenamed(int count);

@@ -7,13 +7,18 @@
 #include <QPainter>
 #include <QStyledItemDelegate>
 
-/// The numbers from 0 on as cells. Counts what is read.
+/// The numbers from 0 on as cells. Counts what is read, and which cells are asked for.
 class GridNumbers : public TaviGridModel
 {
 public:
     explicit GridNumbers(int count) : items(count) {}
 
     int itemCount() const override { return items; }
+    QModelIndex index(int row, int column, const QModelIndex &parent = QModelIndex()) const override
+    {
+        ++indexes;
+        return TaviGridModel::index(row, column, parent);
+    }
     QVariant data(const QModelIndex &index, int role) const override
     {
         ++reads;
@@ -23,9 +28,10 @@ public:
 
     int items;
     mutable int reads = 0;
+    mutable int indexes = 0;
 };
 
-/// Fills cells with a colour and counts what it is asked.
+/// Fills cells with a colour and counts how often.
 class CountingGridDelegate : public TaviGridDelegate
 {
 public:
@@ -36,14 +42,19 @@ public:
         ++paints;
         painter->fillRect(option.rect, Qt::red);
     }
-    QSize sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const override
-    {
-        ++size_hints;
-        return TaviGridDelegate::sizeHint(option, index);
-    }
 
     mutable int paints = 0;
-    mutable int size_hints = 0;
+};
+
+/// Cells of one size but for one row that is taller and one column that is wider.
+class VaryingGridDelegate : public CountingGridDelegate
+{
+public:
+    QSize sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const override
+    {
+        const QSize usual = TaviGridDelegate::sizeHint(option, index);
+        return {index.column() == 2 ? 50 : usual.width(), index.row() == 1 ? 60 : usual.height()};
+    }
 };
 
 /// A delegate of another family with cells of one size.

@@ -98,6 +98,19 @@ private Q_SLOTS:
         QCOMPARE(selectedTexts(list.tree), texts);
     }
 
+    // A row that was selected and then greyed out is not moved, and not selected any more either.
+    void onlyWhatMovedIsSelectedAfterwards()
+    {
+        OrderList list(5);
+        selectRows(list.tree, {1, 3});
+        auto *greyed = static_cast<ConfigOrderItem *>(list.model.itemAt(1));
+        greyed->setItemVisible(false);
+        list.tree.upSelectedItems();
+        QCOMPARE(rowTexts(list.model), QString("A b D C E"));
+        greyed->setItemVisible(true);
+        QCOMPARE(selectedTexts(list.tree), QString("D"));
+    }
+
     void aBlockAtTheEndKeepsItsOrderHoweverOften()
     {
         OrderList list(4);

@@ -132,6 +132,8 @@ private Q_SLOTS:
         row("a key without number", {"column_", "0 1 70"}, 1, "");
         row("a key with words", {"column_x", "0 1 70"}, 1, "");
         row("a huge key", {"column_99999999999999999999", "0 1 70"}, 1, "");
+        row("a negative number in a key", {"column_-1", "0 1 70"}, 1, "70@0 :0 0");
+        row("a hexadecimal number in a key", {"column_0x0", "0 1 70"}, 1, "");
         row("a position out of range", {"column_0", "1 1 70"}, 1, "");
         row("a negative position", {"column_0", "-1 1 70"}, 1, "");
         row("a huge position", {"column_0", "99999999999 1 70"}, 1, "");
@@ -177,6 +179,17 @@ private Q_SLOTS:
         // Gone all the same.
         QCOMPARE(int(registry.size("list")), keys_that_stay);
         QCOMPARE(registry.getstring("list", "other"), std::string("kept"));
+    }
+
+    void anEmptySortingTellsNothingAndStays()
+    {
+        TaviRegistry registry;
+        std::string section = "list";
+        registry.putstring("list", "column_0", "0 1 70");
+        registry.putstring("list", "sorting", "");
+        QCOMPARE(told(takeOldestHeaderSettings(registry, section, 1), 1), QString("70@0 :0 0"));
+        QCOMPARE(registry.size("list"), size_t(1));
+        QVERIFY(registry.exists("list", "sorting"));
     }
 
     // A walk over the store comes to column_10 before column_2.

@@ -10,6 +10,18 @@
 
 #include <memory>
 
+namespace {
+
+/// An entry that can't be copied.
+class SingleItem : public ConfigOrderItem
+{
+public:
+    using ConfigOrderItem::operator=;
+    ConfigOrderItem *clone() const override { return nullptr; }
+};
+
+} // namespace
+
 /// The order dialog: what it shows, what it does, what it hands back.
 class TestTaviConfigOrder : public TaviTest
 {
@@ -59,14 +71,14 @@ private Q_SLOTS:
         });
     }
 
-    void withoutATitleTheFormsStays()
+    void withoutATitleThereIsNone()
     {
         TaviConfigOrder order(nullptr, "things");
-        QString title;
+        QString title = QStringLiteral("not asked");
         OrderDialogUser user([&](const OrderDialog &dialog) { title = dialog.window.windowTitle(); });
         QList<ConfigOrderItem *> shown;
         order.reorder({}, shown, false, nullptr, nullptr);
-        QCOMPARE(title, QString("Configure Order"));
+        QCOMPARE(title, QString());
     }
 
     void cancelHandsNothingBack()
@@ -133,6 +145,18 @@ private Q_SLOTS:
         things.all.removeAll(nullptr);
     }
 
+    void theListMakesAnEntryALeftOrARightOne()
+    {
+        OrderRun things("A", 2);
+        for (ConfigOrderItem *item : qAsConst(things.all))
+            item->setItemInShowList(true);
+        things.shown.first()->setItemInShowList(false);
+        things.run([](const OrderDialog &dialog) {
+            QCOMPARE(rowTexts(dialog.left), QString("a B"));
+            QCOMPARE(rowTexts(dialog.right), QString("A"));
+        });
+    }
+
     void entriesOfAllThingsLiveAsLongAsTheObject()
     {
         QPointer<ConfigOrderItem> left;
@@ -187,6 +211,24 @@ private Q_SLOTS:
             QCOMPARE(enabled(), QString("-HUD"));
             dialog.press(dialog.window.move_up_button);
             QCOMPARE(enabled(), QString("-HUD"));
+        });
+    }
+
+    void anEntryWithoutACopyIsTakenOffTheSelectionAllTheSame()
+    {
+        OrderRun things("A", 1);
+        auto *single = new SingleItem;
+        single->setItemID(7);
+        single->setData(0, "Single", Qt::DisplayRole);
+        single->setItemVisible(false);
+        things.all.append(single);
+        things.run([](const OrderDialog &dialog) {
+            selectRows(dialog.left, {1});
+            QVERIFY(dialog.window.make_showing_button->isEnabled());
+            dialog.press(dialog.window.make_showing_button);
+            QCOMPARE(rowTexts(dialog.left), QString("a single"));
+            QCOMPARE(rowTexts(dialog.right), QString("A"));
+            QVERIFY(!dialog.window.make_showing_button->isEnabled());
         });
     }
 

@@ -278,6 +278,29 @@ private Q_SLOTS:
         });
     }
 
+    // The lists are tree views like all others: their headers have the menu, and so a dialog of their own.
+    void theListsHaveTheMenuOfAHeader()
+    {
+        OrderRun things;
+        QStringList titles;
+        things.run([&titles](const OrderDialog &dialog) {
+            for (ConfigOrderTree *list : {&dialog.left, &dialog.right})
+                QVERIFY(list->isHeaderMenuEnabled());
+            OrderDialogUser inner([&titles](const OrderDialog &nested) {
+                titles << nested.window.windowTitle() << rowTexts(nested.left) << rowTexts(nested.right);
+                selectRows(nested.right, {0});
+                nested.press(nested.window.make_hidden_button);
+                nested.finish(QDialogButtonBox::Ok);
+            });
+            QVERIFY(QMetaObject::invokeMethod(dialog.right.header(), "configureHeaders"));
+            QVERIFY(inner.seen);
+            QVERIFY(dialog.right.header()->isSectionHidden(0));
+            dialog.finish(QDialogButtonBox::Ok);
+        });
+        QCOMPARE(titles, QStringList({"Configure List Headers", "showing", "Showing"}));
+        QCOMPARE(things.result(), QString("A B C"));
+    }
+
     void fromRightToLeft()
     {
         QGuiApplication::setLayoutDirection(Qt::RightToLeft);

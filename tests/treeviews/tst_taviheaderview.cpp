@@ -205,9 +205,12 @@ private Q_SLOTS:
     {
         HeaderInView at(1);
         at.show();
+        at.header->resizeSection(0, 130);
         at.header->setSectionHidden(0, true);
         at.header->showSectionLastStretchSafe(0);
         QCOMPARE(at.sizes(), QVector<int>({600}));
+        at.header->setStretchLastSection(false);
+        QCOMPARE(at.sizes(), QVector<int>({130})); // its own size was left alone
     }
 
     void aColumnThatIsShownAlreadyStaysAsItIs()
@@ -255,6 +258,43 @@ private Q_SLOTS:
         QCOMPARE(data, QVariantList({-1, 0, 1, 2}));
         QCOMPARE(at.order(), QString("R&D A")); // nothing chosen, nothing changed
         QVERIFY(at.header->findChildren<QMenu *>().isEmpty());
+    }
+
+    void theMenuOpensAtThePointer()
+    {
+        HeaderInView at(3);
+        at.show();
+        const QPoint place = at.header->mapToGlobal(QPoint(150, 8));
+        QCursor::setPos(place);
+        QTRY_VERIFY((QCursor::pos() - place).manhattanLength() <= 2); // whole pixels of the screen, at any scale
+        QPoint opened;
+        MenuUser user([&opened](QMenu &menu) {
+            opened = menu.pos();
+            closeMenu(menu);
+        });
+        rightClick(*at.header); // elsewhere in the header
+        QVERIFY(user.seen);
+        QVERIFY2(
+            (opened - place).manhattanLength() <= 4,
+            qPrintable(
+                QStringLiteral("%1,%2 from the pointer").arg(opened.x() - place.x()).arg(opened.y() - place.y())));
+    }
+
+    void aVerticalHeaderListsTitlesOfColumns()
+    {
+        QStandardItemModel model(2, 2);
+        model.setHorizontalHeaderLabels({"Ink", "Density"});
+        model.setVerticalHeaderLabels({"first", "second"});
+        TaviHeaderView header(Qt::Vertical);
+        header.setModel(&model);
+        QStringList texts;
+        MenuUser user([&texts](QMenu &menu) {
+            texts = entries(menu);
+            closeMenu(menu);
+        });
+        QMetaObject::invokeMethod(&header, "headerMenu", Q_ARG(QPoint, QPoint(1, 1)));
+        QVERIFY(user.seen);
+        QCOMPARE(texts.mid(2), QStringList({"[x] Ink", "[x] Density"}));
     }
 
     void theMenuHidesAndShows()

@@ -115,6 +115,37 @@ private Q_SLOTS:
         QVERIFY(plain.sizes() != expected);
     }
 
+    // One after the other in logical order, which matters to the last two: each takes room from the one before it.
+    void columnsComeBackInLogicalOrder()
+    {
+        const auto prepare = [](HeaderInView &in) {
+            in.show();
+            in.header->resizeSection(1, 290);
+            in.header->resizeSection(2, 250);
+            in.header->resizeSection(3, 130);
+            in.header->setSectionHidden(2, true);
+            in.header->setSectionHidden(3, true);
+        };
+        const auto inOrder = [&prepare](const QVector<int> &order) {
+            HeaderInView in(4);
+            prepare(in);
+            for (const int section : order)
+                in.header->showSectionLastStretchSafe(section);
+            return in.sizes();
+        };
+        const QVector<int> expected = inOrder({2, 3});
+        QVERIFY(inOrder({3, 2}) != expected);
+        HeaderInView in(4);
+        prepare(in);
+        configure(in.header, [](const OrderDialog &dialog) {
+            selectRows(dialog.left, {2, 3});
+            dialog.press(dialog.window.make_showing_button);
+            dialog.finish(QDialogButtonBox::Ok);
+        });
+        QCOMPARE(in.order(), QString("A B C D"));
+        QCOMPARE(in.sizes(), expected);
+    }
+
     void allColumnsMayBeHidden()
     {
         HeaderInView in(3);
@@ -153,6 +184,24 @@ private Q_SLOTS:
         TaviHeaderView *header = in->header;
         configure(header, [&in](const OrderDialog &) { in.reset(); });
         QVERIFY(!in);
+    }
+
+    void whatTheDialogHandedBackIsDeleted()
+    {
+        HeaderInView in(3);
+        in.show();
+        QVector<QPointer<TaviTreeItem>> entries;
+        configure(in.header, [&entries](const OrderDialog &dialog) {
+            for (const ConfigOrderTree *list : {&dialog.left, &dialog.right}) {
+                const QList<TaviTreeItem *> items = list->sourceModel()->allItems();
+                for (TaviTreeItem *item : items)
+                    entries.append(item);
+            }
+            dialog.finish(QDialogButtonBox::Ok);
+        });
+        QCOMPARE(entries.size(), 6);
+        for (const QPointer<TaviTreeItem> &entry : qAsConst(entries))
+            QVERIFY(!entry);
     }
 
     void theMenuLeadsHere()

@@ -419,9 +419,38 @@ private Q_SLOTS:
         QCOMPARE(paper.image.pixelColor(40, 6), colour);
         QCOMPARE(paper.image.pixelColor(20, 15), colour);             // bar
         QCOMPARE(paper.image.pixelColor(80, 15), QColor(30, 31, 32)); // ground
-        QCOMPARE(paper.image.pixelColor(92, 15), colour.darker(125)); // shadow, one to the right
+        QCOMPARE(paper.image.pixelColor(51, 15), colour.darker(125)); // shadow of the bar
+        QCOMPARE(paper.image.pixelColor(52, 15), QColor(30, 31, 32));
+        QCOMPARE(paper.image.pixelColor(92, 15), colour.darker(125)); // shadow of the frame, one to the right
         QCOMPARE(paper.image.pixelColor(40, 27), colour.darker(125)); // and one below
         QCOMPARE(paper.painted(), QRect(QPoint(11, 6), QPoint(92, 27)));
+    }
+
+    void theGroundOfAProgressBarIsThatOfTheGroup()
+    {
+        const TaviTreeItemDelegate delegate;
+        QStyleOptionViewItem option = optionOf(QRect(10, 5, 82, 22));
+        option.palette.setColor(QPalette::Active, QPalette::Base, Qt::yellow);
+        option.palette.setColor(QPalette::Disabled, QPalette::Base, Qt::gray);
+        for (const bool enabled : {true, false}) {
+            option.palette.setCurrentColorGroup(enabled ? QPalette::Active : QPalette::Disabled);
+            Paper paper;
+            delegate.drawProgressBar(&paper.painter, option, index(), 50, Qt::red, QString());
+            QCOMPARE(paper.image.pixelColor(80, 15), QColor(enabled ? Qt::yellow : Qt::gray));
+        }
+    }
+
+    void theFrameHasRoundCorners()
+    {
+        TaviTreeItemDelegate delegate;
+        delegate.setMargin(24); // a line of 8 pixels
+        Paper paper(QSize(120, 80));
+        paper.painter.setRenderHint(QPainter::Antialiasing);
+        delegate.drawProgressBar(&paper.painter, optionOf(QRect(0, 0, 100, 70)), index(), 0, Qt::red, QString());
+        // The line is centred at 8: it begins at 4, but not in the corner.
+        QCOMPARE(paper.image.pixelColor(40, 4), QColor(Qt::red));
+        QCOMPARE(paper.image.pixelColor(4, 40), QColor(Qt::red));
+        QCOMPARE(paper.image.pixelColor(4, 4), QColor(Qt::white));
     }
 
     void theFrameIsAThirdOfTheMargin_data()
