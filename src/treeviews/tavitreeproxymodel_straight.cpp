@@ -21,6 +21,7 @@
 #include "treeviews/tavitreemodel_p.h"
 #include "treeviews/tavitreeproxymodel_p.h"
 
+#include <QPointer>
 #include <QSignalBlocker>
 
 #include <algorithm>
@@ -230,8 +231,11 @@ void TaviTreeProxyModel::followSource()
     const auto close = [this](auto end) {
         if (open_brackets.empty())
             return;
+        const QPointer<TaviTreeProxyModel> self(this);
         if (open_brackets.back())
             end();
+        if (!self) // deleted by a slot
+            return;
         if (!open_brackets.empty())
             open_brackets.pop_back();
         if (!tripwire_lies) // the first rows: nothing told of an expression that was set before

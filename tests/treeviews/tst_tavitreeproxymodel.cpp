@@ -157,6 +157,8 @@ private Q_SLOTS:
     void aDragCarriesWhatCanBeWritten();
     void anotherSource();
     void theSourceIsDestroyed();
+    void theProxyMayGoWhenItTellsOfRows_data();
+    void theProxyMayGoWhenItTellsOfRows();
     void lineEditIsRegistered();
     void aLineEditThatIsGoneIsForgotten();
     void aLineEditMayGoWhenItsShortcutIsPressed();
@@ -881,6 +883,46 @@ void TestTaviTreeProxyModel::theSourceIsDestroyed()
         shown.proxy->filter(QString());
         QCOMPARE(shown.status_updates > 0, true);
     }
+}
+
+void TestTaviTreeProxyModel::theProxyMayGoWhenItTellsOfRows_data()
+{
+    QTest::addColumn<int>("what");
+    QTest::newRow("rows come") << 0;
+    QTest::newRow("rows go") << 1;
+    QTest::newRow("a reset") << 2;
+    QTest::newRow("a text changes") << 3;
+}
+
+void TestTaviTreeProxyModel::theProxyMayGoWhenItTellsOfRows()
+{
+    QFETCH(int, what);
+    // With rows one to one: the base class goes on in its tables after it has told.
+    QPointer<TaviTreeProxyModel> doomed = new TaviTreeProxyModel;
+    doomed->setSourceModel(model.get());
+    const auto kill = [&] {
+        delete doomed;
+    };
+    connect(doomed, &QAbstractItemModel::rowsInserted, this, kill);
+    connect(doomed, &QAbstractItemModel::rowsRemoved, this, kill);
+    connect(doomed, &QAbstractItemModel::modelReset, this, kill);
+    connect(doomed, &QAbstractItemModel::dataChanged, this, kill);
+    switch (what) {
+    case 0:
+        model->appendItem(newItem("new"));
+        break;
+    case 1:
+        model->removeItem(a);
+        break;
+    case 2:
+        model->resetModel();
+        break;
+    default:
+        a->emitDataChanged();
+        break;
+    }
+    QVERIFY(!doomed);
+    QCOMPARE(proxy->rowCount(), model->rowCount());
 }
 
 void TestTaviTreeProxyModel::lineEditIsRegistered()
