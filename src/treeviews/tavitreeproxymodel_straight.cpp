@@ -21,6 +21,7 @@
 #include "treeviews/tavitreemodel_p.h"
 #include "treeviews/tavitreeproxymodel_p.h"
 
+#include <QPointer>
 #include <QSignalBlocker>
 
 #include <algorithm>
@@ -155,7 +156,6 @@ void TaviTreeProxyModel::leaveStraightRows(bool quietly)
         disconnect(connection);
     source_connections.clear();
     rows = Rows::Leaving;
-    tripwire_lies = false;
     {
         const QSignalBlocker silence(this);
         invalidate();
@@ -230,8 +230,11 @@ void TaviTreeProxyModel::followSource()
     const auto close = [this](auto end) {
         if (open_brackets.empty())
             return;
+        const QPointer<TaviTreeProxyModel> self(this);
         if (open_brackets.back())
             end();
+        if (!self) // deleted by a slot
+            return;
         if (!open_brackets.empty())
             open_brackets.pop_back();
         if (!tripwire_lies) // the first rows: nothing told of an expression that was set before

@@ -157,6 +157,8 @@ private Q_SLOTS:
     void aDragCarriesWhatCanBeWritten();
     void anotherSource();
     void theSourceIsDestroyed();
+    void theProxyMayGoWhenItTellsOfRows_data();
+    void theProxyMayGoWhenItTellsOfRows();
     void lineEditIsRegistered();
     void aLineEditThatIsGoneIsForgotten();
     void aLineEditMayGoWhenItsShortcutIsPressed();
@@ -596,6 +598,8 @@ void TestTaviTreeProxyModel::expressionThroughTheBaseClass_data()
 void TestTaviTreeProxyModel::expressionThroughTheBaseClass()
 {
     QFETCH(int, how);
+    proxy->setSourceModel(nullptr); // not the first source, either
+    proxy->setSourceModel(model.get());
     const QAbstractItemModelTester tester(proxy, QAbstractItemModelTester::FailureReportingMode::Fatal);
     view->expand(view->indexOf(b));
     const QPersistentModelIndex kept(view->indexOf(b->child(1)));
@@ -653,6 +657,13 @@ void TestTaviTreeProxyModel::expressionThroughTheBaseClassIsToldByTheEventLoop()
     QCoreApplication::processEvents();
     QCOMPARE(told.take(), QStringLiteral("about layout; layout; about- 2-2; - 2-2; about- 0-0; - 0-0"));
     QCOMPARE(view->shown(), QStringLiteral("A"));
+    // Also where nobody has asked for rows yet.
+    TaviTreeProxyModel unasked;
+    unasked.setSourceModel(model.get());
+    ModelSignals told_unasked(&unasked);
+    static_cast<QSortFilterProxyModel &>(unasked).setFilterFixedString(QStringLiteral("A"));
+    QCoreApplication::processEvents();
+    QCOMPARE(told_unasked.take(), QStringLiteral("about layout; layout; about- 2-2; - 2-2; about- 0-0; - 0-0"));
     // Set and taken back in one go it leaves everything as it was.
     TaviTreeProxyModel other;
     other.setSourceModel(model.get());
@@ -685,8 +696,11 @@ void TestTaviTreeProxyModel::expressionThroughTheBaseClassHoldsForWhatComes()
     QFETCH(int, what);
     QFETCH(QString, shown);
     const QAbstractItemModelTester tester(proxy, QAbstractItemModelTester::FailureReportingMode::Fatal);
-    if (what == 5 || what == 6)
+    if (what == 5 || what == 6) { // empty from the beginning
+        proxy->setSourceModel(nullptr);
         model->clear();
+        proxy->setSourceModel(model.get());
+    }
     QSortFilterProxyModel *const base = proxy;
     base->setFilterRegExp(QStringLiteral("^A"));
     const auto row = [](const char *text) {
@@ -881,6 +895,46 @@ void TestTaviTreeProxyModel::theSourceIsDestroyed()
         shown.proxy->filter(QString());
         QCOMPARE(shown.status_updates > 0, true);
     }
+}
+
+void TestTaviTreeProxyModel::theProxyMayGoWhenItTellsOfRows_data()
+{
+    QTest::addColumn<int>("what");
+    QTest::newRow("rows come") << 0;
+    QTest::newRow("rows go") << 1;
+    QTest::newRow("a reset") << 2;
+    QTest::newRow("a text changes") << 3;
+}
+
+void TestTaviTreeProxyModel::theProxyMayGoWhenItTellsOfRows()
+{
+    QFETCH(int, what);
+    // With rows one to one: the base class goes on in its tables after it has told.
+    QPointer<TaviTreeProxyModel> doomed = new TaviTreeProxyModel;
+    doomed->setSourceModel(model.get());
+    const auto kill = [&] {
+        delete doomed;
+    };
+    connect(doomed, &QAbstractItemModel::rowsInserted, this, kill);
+    connect(doomed, &QAbstractItemModel::rowsRemoved, this, kill);
+    connect(doomed, &QAbstractItemModel::modelReset, this, kill);
+    connect(doomed, &QAbstractItemModel::dataChanged, this, kill);
+    switch (what) {
+    case 0:
+        model->appendItem(newItem("new"));
+        break;
+    case 1:
+        model->removeItem(a);
+        break;
+    case 2:
+        model->resetModel();
+        break;
+    default:
+        a->emitDataChanged();
+        break;
+    }
+    QVERIFY(!doomed);
+    QCOMPARE(proxy->rowCount(), model->rowCount());
 }
 
 void TestTaviTreeProxyModel::lineEditIsRegistered()

@@ -222,7 +222,7 @@ public:
             in_order = was_in_order && !own_classes;
             return QStringLiteral("write");
         case 11:
-            if (item) {
+            if (item && !dynamic_cast<RenumberedItem *>(item)) { // its number is unknown to the model: nobody is told
                 for (int i = random.bounded(100); i >= 0; --i)
                     anyItem(false)->setData(0, word(), Qt::DisplayRole);
                 item->emitDataChanged();
