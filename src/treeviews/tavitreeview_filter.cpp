@@ -12,9 +12,9 @@
 
 void TaviTreeView::takeFloaterOver()
 {
-    // A slot that hears of the end may destroy this view or the floater, or open it elsewhere again.
-    const QPointer<TaviTreeView> self(this);
-    while (self && filter_floater && filter_floater->view != this) {
+    // A slot that hears of the end may destroy the floater, open it elsewhere again, or destroy this view: nothing of
+    // this is touched here.
+    while (filter_floater && filter_floater->view != this) {
         const QPointer<TaviTreeViewFilterFloater> other = filter_floater;
         // One that was closed before ended its filtering then; a second end would undo what happened since.
         if (!other->isHidden())

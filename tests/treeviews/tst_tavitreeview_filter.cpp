@@ -539,6 +539,62 @@ private Q_SLOTS:
         QCOMPARE(tree.view.shownTexts(), QStringList({"cyan", "light cyan", "pale cyan"}));
     }
 
+    void aRowShownBesideAKeywordBeforeTheLayoutIsHiddenByTheNext()
+    {
+        Tree tree;
+        QTreeView *plain = &tree.view;
+        QVERIFY(tree.show());
+        tree.view.grab();
+        tree.view.filter("cyan");
+        plain->setRowHidden(3, QModelIndex(), false);
+        tree.view.filter("cya");
+        QCOMPARE(tree.view.shownTexts(), QStringList({"cyan", "light cyan", "pale cyan"}));
+    }
+
+    void aRowThatACountMissesIsDecidedAboutByTheNextChange()
+    {
+        Tree tree;
+        QTreeView *plain = &tree.view;
+        QVERIFY(tree.show());
+        tree.view.filter("a");
+        plain->setRowHidden(0, QModelIndex(), true);
+        QCOMPARE(tree.view.visibleRowCount(), 3);
+        tree.paper->emitDataChanged();
+        QCOMPARE(tree.view.visibleRowCount(), 4);
+    }
+
+    void rowsThatChangeBetweenKeywordsAreDecidedAboutAnew()
+    {
+        Tree tree;
+        QVERIFY(tree.show());
+        tree.view.filter("cyan");
+        tree.view.grab();
+        tree.paper->setData(0, "cyan paper", Qt::DisplayRole);
+        tree.paper->emitDataChanged(); // which shows it
+        tree.view.grab();
+        QVERIFY(tree.view.shownTexts().contains("cyan paper"));
+        tree.view.filter("cyan c");
+        QVERIFY(tree.view.shownTexts().isEmpty());
+        tree.view.grab();
+        // And one that is filtered by itself.
+        tree.view.filter("cyan");
+        tree.view.grab();
+        tree.magenta->setData(0, "cyan magenta", Qt::DisplayRole);
+        tree.view.filterIndex(tree.view.indexOf(tree.magenta));
+        QVERIFY(tree.view.shownTexts().contains("cyan magenta"));
+        tree.view.grab();
+        tree.magenta->setData(0, "magenta", Qt::DisplayRole);
+        tree.view.filter("cyan ");
+        QCOMPARE(tree.view.shownTexts(), QStringList({"cyan paper"}));
+        // And one that was shown again by the end of a keyword.
+        tree.view.filter("");
+        tree.view.grab();
+        tree.view.setRowHidden(0, QModelIndex(), true);
+        tree.view.grab();
+        tree.paper->emitDataChanged();
+        QCOMPARE(tree.view.visibleRowCount(), 4);
+    }
+
     void theStatusLineFollows()
     {
         Tree tree;

@@ -10,8 +10,8 @@
 
 namespace {
 
-constexpr int walks = 60;
-constexpr int steps = 25;
+constexpr int walks = 30;
+constexpr int steps = 20;
 
 const QStringList words = {"cyan", "magenta", "yellow", "black", "light", "pale", "c", "a", "nowhere"};
 

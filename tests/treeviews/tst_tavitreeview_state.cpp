@@ -107,6 +107,19 @@ private Q_SLOTS:
         }
     }
 
+    void whatIsRememberedReplacesWhatWas()
+    {
+        Tree tree;
+        tree.view.setItemExpanded(tree.cyan, true);
+        tree.view.saveExpandStates();
+        tree.view.setRowHidden(0, QModelIndex(), true);
+        tree.view.saveExpandStates();
+        tree.view.setRowHidden(0, QModelIndex(), false);
+        tree.view.setItemExpanded(tree.cyan, false);
+        tree.view.restoreExpandStates();
+        QVERIFY(!tree.view.isItemExpanded(tree.cyan)); // it was not in sight the second time
+    }
+
     void hiddenRowsAreNotRemembered()
     {
         Tree tree;
