@@ -76,20 +76,13 @@ public:
 
     void paint(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const override
     {
+        TaviTreeItemDelegate::paint(painter, option, index); // the ground, with the selection
         const auto *item = dynamic_cast<const InkItem *>(TaviTreeModel::itemFromIndex(index));
-        if (!item)
-            return;
-        switch (index.column()) {
-        case colour_column:
+        if (item && index.column() == colour_column)
             drawSwatch(painter, option, item->swatch());
-            break;
-        case coverage_column:
+        if (item && index.column() == coverage_column)
             drawProgressBar(painter, option, index, item->ink().coverage, QColor(0x6f, 0xa8, 0xdc),
                             QStringLiteral("%1 %").arg(item->ink().coverage));
-            break;
-        default:
-            TaviTreeItemDelegate::paint(painter, option, index);
-        }
     }
 
 protected:
@@ -134,7 +127,7 @@ public:
             pose();
     }
 
-    QSize sizeHint() const override { return {520, 320}; }
+    QSize sizeHint() const override { return {520, 370}; }
 
 private:
     QHBoxLayout *makeButtons()
@@ -158,7 +151,7 @@ private:
         view_->header()->moveSection(difference_column, 1);
         view_->selectItem(model_.itemAt(2));
         auto *menu_picture = new QLabel(this);
-        menu_picture->move(250, 60);
+        menu_picture->move(300, 200);
         QTimer::singleShot(50, this, [menu_picture] {
             QWidget *menu = QApplication::activePopupWidget();
             if (!menu)

@@ -62,7 +62,7 @@ void RenameWalk::noteSelection()
     for (const QItemSelectionRange &range : ranges) {
         if (!range.isValid() || range.parent().isValid() || range.left() > column_ || range.right() < column_)
             continue;
-        selected_.fill(true, range.top(), range.bottom() + 1);
+        selected_.fill(true, qMin(range.top(), selected_.size()), qMin(range.bottom() + 1, selected_.size()));
     }
 }
 
@@ -70,7 +70,7 @@ bool RenameWalk::isSelected(const QModelIndex &index)
 {
     if (!selected_known_)
         noteSelection();
-    return selected_.testBit(index.row()) && (index.flags() & Qt::ItemIsSelectable);
+    return index.row() < selected_.size() && selected_.testBit(index.row()) && (index.flags() & Qt::ItemIsSelectable);
 }
 
 /// Invalid for a row that is gone, or not of the top level any more.

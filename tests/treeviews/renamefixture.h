@@ -6,6 +6,10 @@
 #include "tests/treeviews/treefixture.h"
 #include "treeviews/tavitreeviewrenamedlg.h"
 
+#include <QComboBox>
+#include <QLabel>
+#include <QPushButton>
+
 /// A flat view of two columns, "Ink" and "Remark", with an editable first column.
 struct RenameTree {
     explicit RenameTree(const QStringList &texts = {"cyan 40", "magenta 40", "yellow 70", "black 40"})
@@ -70,5 +74,21 @@ struct RenameDialog {
 
     TaviTreeViewRenameDLG window;
 };
+
+/// Presses "Find Next" or "Find Previous" and tells "<selected rows>: <what the label says>".
+inline QString found(RenameDialog &dialog, const RenameTree &tree, bool forward)
+{
+    (forward ? dialog.window.find_next_button : dialog.window.find_prev_button)->click();
+    return tree.view.selectedTexts().join('|') + ": " + dialog.result();
+}
+
+/// "ink 0", "ink 1" ...
+inline QStringList numberedInks(int count)
+{
+    QStringList texts;
+    for (int number = 0; number < count; ++number)
+        texts << QStringLiteral("ink %1").arg(number);
+    return texts;
+}
 
 #endif
