@@ -156,7 +156,6 @@ void TaviTreeProxyModel::leaveStraightRows(bool quietly)
         disconnect(connection);
     source_connections.clear();
     rows = Rows::Leaving;
-    tripwire_lies = false;
     {
         const QSignalBlocker silence(this);
         invalidate();

@@ -598,6 +598,8 @@ void TestTaviTreeProxyModel::expressionThroughTheBaseClass_data()
 void TestTaviTreeProxyModel::expressionThroughTheBaseClass()
 {
     QFETCH(int, how);
+    proxy->setSourceModel(nullptr); // not the first source, either
+    proxy->setSourceModel(model.get());
     const QAbstractItemModelTester tester(proxy, QAbstractItemModelTester::FailureReportingMode::Fatal);
     view->expand(view->indexOf(b));
     const QPersistentModelIndex kept(view->indexOf(b->child(1)));
@@ -655,6 +657,13 @@ void TestTaviTreeProxyModel::expressionThroughTheBaseClassIsToldByTheEventLoop()
     QCoreApplication::processEvents();
     QCOMPARE(told.take(), QStringLiteral("about layout; layout; about- 2-2; - 2-2; about- 0-0; - 0-0"));
     QCOMPARE(view->shown(), QStringLiteral("A"));
+    // Also where nobody has asked for rows yet.
+    TaviTreeProxyModel unasked;
+    unasked.setSourceModel(model.get());
+    ModelSignals told_unasked(&unasked);
+    static_cast<QSortFilterProxyModel &>(unasked).setFilterFixedString(QStringLiteral("A"));
+    QCoreApplication::processEvents();
+    QCOMPARE(told_unasked.take(), QStringLiteral("about layout; layout; about- 2-2; - 2-2; about- 0-0; - 0-0"));
     // Set and taken back in one go it leaves everything as it was.
     TaviTreeProxyModel other;
     other.setSourceModel(model.get());
@@ -687,8 +696,11 @@ void TestTaviTreeProxyModel::expressionThroughTheBaseClassHoldsForWhatComes()
     QFETCH(int, what);
     QFETCH(QString, shown);
     const QAbstractItemModelTester tester(proxy, QAbstractItemModelTester::FailureReportingMode::Fatal);
-    if (what == 5 || what == 6)
+    if (what == 5 || what == 6) { // empty from the beginning
+        proxy->setSourceModel(nullptr);
         model->clear();
+        proxy->setSourceModel(model.get());
+    }
     QSortFilterProxyModel *const base = proxy;
     base->setFilterRegExp(QStringLiteral("^A"));
     const auto row = [](const char *text) {
