@@ -177,6 +177,15 @@ private Q_SLOTS:
         QCOMPARE(tree.view.selectedItem(), tree.cyan);
     }
 
+    void aCurrentRowBelowCountsAsOneOfTheTopLevel()
+    {
+        Tree tree;
+        QVERIFY(tree.show());
+        setCurrent(tree, tree.pale_cyan); // the second below its parent
+        QTest::keyClick(&tree.view, 'a');
+        QCOMPARE(tree.view.selectedItem(), tree.magenta); // the second of the top level
+    }
+
     void withoutCurrentRowNothingIsFound()
     {
         Tree tree;
@@ -412,6 +421,19 @@ private Q_SLOTS:
         QCOMPARE(with_index.count(), 2);
     }
 
+    void aDoubleClickIsToldAfterItsEffect()
+    {
+        Tree tree;
+        QVERIFY(tree.show());
+        bool open = false;
+        connect(&tree.view, qOverload<>(&TaviTreeView::doubleClicked), this,
+                [&] { open = tree.view.isItemExpanded(tree.black); });
+        const QPoint at = tree.view.centreOf(tree.view.indexOf(tree.black, 1));
+        QTest::mouseClick(tree.view.viewport(), Qt::LeftButton, {}, at);
+        QTest::mouseDClick(tree.view.viewport(), Qt::LeftButton, {}, at);
+        QVERIFY(open);
+    }
+
     void onlyOtherColumnsToggle()
     {
         Tree tree;
@@ -457,12 +479,12 @@ private Q_SLOTS:
         enter.setDropAction(Qt::CopyAction);
         view.dragEnterEvent(&enter);
         QVERIFY(enter.isAccepted());
-        QCOMPARE(view.state() == 1, taken); // dragging
-        QDragMoveEvent move(at, possible, &data, Qt::LeftButton, Qt::NoModifier);
+        QCOMPARE(view.state() == 1, taken);                                            // dragging
+        QDragMoveEvent move(at, possible, &data, Qt::LeftButton, Qt::ControlModifier); // the user wants a copy
         move.setDropAction(Qt::CopyAction);
         view.dragMoveEvent(&move);
         QCOMPARE(move.isAccepted(), taken);
-        QDropEvent drop(at, possible, &data, Qt::LeftButton, Qt::NoModifier);
+        QDropEvent drop(at, possible, &data, Qt::LeftButton, Qt::ControlModifier);
         drop.setDropAction(Qt::CopyAction);
         view.dropEvent(&drop);
         QCOMPARE(drop.isAccepted(), taken);

@@ -398,6 +398,21 @@ private Q_SLOTS:
         QVERIFY(without_model.updatesEnabled());
     }
 
+    void nothingIsPaintedWhileListsAreSelectedOrRemoved()
+    {
+        Tree tree;
+        QList<bool> painted;
+        connect(&tree.view, qOverload<>(&TaviTreeView::selectionChanged), this,
+                [&] { painted.append(tree.view.updatesEnabled()); });
+        tree.view.selectItems({tree.cyan, tree.paper});
+        tree.view.clearSelectItems({tree.magenta, tree.black});
+        tree.view.removeItems({tree.cyan}, false);
+        tree.view.selectItem(tree.paper);
+        tree.view.removeSelectedItems(false);
+        QCOMPARE(painted, QList<bool>({false, false, false, true, false}));
+        QVERIFY(tree.view.updatesEnabled());
+    }
+
     void noSelectionSignalComesFromARowThatIsGoingAway()
     {
         Tree tree;

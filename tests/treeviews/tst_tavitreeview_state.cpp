@@ -178,7 +178,7 @@ private Q_SLOTS:
         tree.view.saveSelections(0, TaviTreeItem::IdRole, list);
         tree.view.setSortingEnabled(true);
         tree.view.sortByColumn(0, Qt::DescendingOrder);
-        tree.view.clearSelectItem(tree.cyan);
+        tree.view.setCurrentIndex(tree.view.indexOf(tree.cyan));
         tree.view.restoreSelections(0, TaviTreeItem::IdRole, list);
         QCOMPARE(tree.view.selectedItems(0).size(), 2);
         QVERIFY(tree.view.selectedItems(0).contains(tree.paper));
