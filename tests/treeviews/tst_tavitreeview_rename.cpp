@@ -108,6 +108,19 @@ private Q_SLOTS:
         QCOMPARE(dialogsOf(tree.view).first()->op_edit->text(), QString()); // it was not closed, so nothing is kept
     }
 
+    void aDialogThatIsClosingIsLeftToItself()
+    {
+        RenameTree tree;
+        tree.view.renameItems(0, tree.registry, tree.section);
+        const QPointer<TaviTreeViewRenameDLG> first = dialogsOf(tree.view).value(0);
+        connect(first, &TaviRenameDialog::closed, this,
+                [&tree] { tree.view.renameItems(1, tree.registry, tree.section); });
+        first->close();
+        QVERIFY(first); // later
+        QTRY_VERIFY(!first);
+        QCOMPARE(dialogsOf(tree.view).size(), 1);
+    }
+
     void aSlotOfTheDialogMayOpenAnother()
     {
         RenameTree tree;

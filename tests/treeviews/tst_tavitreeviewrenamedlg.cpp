@@ -195,6 +195,16 @@ private Q_SLOTS:
         QCOMPARE(window.results_label->text(), QString("Not Found"));
     }
 
+    // A window without a parent begins larger.
+    void withoutAParentItIsNoHigherThanItNeeds()
+    {
+        TaviRegistry registry;
+        std::string section = "inks";
+        const TaviTreeViewRenameDLG window(nullptr, 0, registry, section);
+        QCOMPARE(window.size(), window.minimumSizeHint());
+        QCOMPARE(window.pos(), QPoint(0, 20));
+    }
+
     void theMethodShowsWhatItNeeds_data()
     {
         QTest::addColumn<QVector<int>>("methods");

@@ -42,6 +42,21 @@ private Q_SLOTS:
         QCOMPARE(tree.texts(), QString("new|new|a|xb|c|xd"));
     }
 
+    void aSelectionFollowsRowsThatASlotSorts()
+    {
+        RenameTree tree({"a", "b", "c", "d"});
+        tree.view.setSortingEnabled(true);
+        tree.view.sortByColumn(0, Qt::AscendingOrder);
+        tree.selectRows({0, 1});
+        const auto sort = connect(&tree.model, &QAbstractItemModel::dataChanged, this,
+                                  [&tree] { tree.view.sortByColumn(0, Qt::DescendingOrder); });
+        RenameDialog dialog(tree);
+        dialog.choose(1, "x");
+        QCOMPARE(dialog.apply("applyToSelected"), 2);
+        disconnect(sort);
+        QCOMPARE(tree.texts(), QString("xa|xb|c|d"));
+    }
+
     void theSelectionCountsAsItIsWhenARowsTurnComes()
     {
         RenameTree tree({"a", "b", "c", "d"});

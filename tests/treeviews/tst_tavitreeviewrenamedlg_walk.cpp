@@ -141,6 +141,23 @@ private Q_SLOTS:
         QCOMPARE(dialog.apply("applyToAll"), 1); // which asks nobody
     }
 
+    void selectedChildrenAndOtherCellsDoNotCount()
+    {
+        RenameTree tree({"a", "b"});
+        tree.model.appendItem(new TaviTreeItem(QList<QVariant>{"child", ""}, nullptr), tree.model.itemAt(1));
+        const QAbstractItemModel *rows = tree.view.model();
+        QItemSelectionModel *selection = tree.view.selectionModel();
+        selection->select(rows->index(0, 0, rows->index(1, 0)),
+                          QItemSelectionModel::Select | QItemSelectionModel::Rows);
+        selection->select(rows->index(1, 1), QItemSelectionModel::Select);
+        RenameDialog dialog(tree);
+        dialog.choose(1, "x");
+        QCOMPARE(dialog.apply("applyToSelected"), 0);
+        selection->select(rows->index(1, 0), QItemSelectionModel::Select);
+        QCOMPARE(dialog.apply("applyToSelected"), 1);
+        QCOMPARE(tree.texts(), QString("a|xb"));
+    }
+
     void eachRowIsHandledOnceWhereverItIsSorted_data()
     {
         QTest::addColumn<QString>("op");
