@@ -5,6 +5,7 @@
 #include "treeviews/tavitreeitem_p.h"
 #include "treeviews/tavitreemodel.h"
 #include "treeviews/tavitreemodel_p.h"
+#include "treeviews/tavitreeproxymodel_p.h"
 #include "treeviews/tavitreeview.h"
 
 #include <QHeaderView>
@@ -58,8 +59,7 @@ TaviTreeProxyModel::TaviTreeProxyModel(QObject *parent) : QSortFilterProxyModel(
 
 TaviTreeProxyModel::~TaviTreeProxyModel()
 {
-    if (gone)
-        *gone = true;
+    Presence::end(this);
 }
 
 QTreeView *TaviTreeProxyModel::hidingView() const

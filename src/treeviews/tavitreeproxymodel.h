@@ -187,6 +187,8 @@ private:
     };
     class Run;
     friend class Run;
+    class Presence;
+    friend class Presence;
     /// What a run has left of a row.
     struct RowLeft {
         int item_id;
@@ -256,7 +258,7 @@ private:
     quint64 layout_reasons = 0;
     const QMetaObject *status_class = nullptr; // of the view whose slot for the status line is the next
     int status_slot = -1;
-    bool *gone = nullptr; // for who has called the view and has to know whether this is still there
+    Presence *presences = nullptr; // innermost first
 };
 
 #endif

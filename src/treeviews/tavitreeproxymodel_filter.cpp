@@ -10,6 +10,7 @@
 #include "treeviews/tavitreeitem_p.h"
 #include "treeviews/tavitreemodel.h"
 #include "treeviews/tavitreemodel_p.h"
+#include "treeviews/tavitreeproxymodel_p.h"
 #include "treeviews/tavitreeview.h"
 
 #include <QHeaderView>
@@ -265,17 +266,11 @@ void TaviTreeProxyModel::endRun()
     if (QTreeView *const view = hidingView()) {
         if (view->testAttribute(Qt::WA_ForceUpdatesDisabled))
             view->setUpdatesEnabled(true);
-        // Each change ends here, so that a guarded pointer would cost as much as the rest.
-        bool gone_meanwhile = false;
-        bool *const others = std::exchange(gone, &gone_meanwhile);
+        const Presence presence(this);
         const bool before = goByKeptCount(true);
         updateStatus(view);
-        if (gone_meanwhile) {
-            if (others)
-                *others = true;
+        if (presence.isOver())
             return;
-        }
-        gone = others;
         goByKeptCount(before);
     }
     filtering_now = false;

@@ -21,7 +21,6 @@
 #include "treeviews/tavitreemodel_p.h"
 #include "treeviews/tavitreeproxymodel_p.h"
 
-#include <QPointer>
 #include <QSignalBlocker>
 
 #include <algorithm>
@@ -230,10 +229,10 @@ void TaviTreeProxyModel::followSource()
     const auto close = [this](auto end) {
         if (open_brackets.empty())
             return;
-        const QPointer<TaviTreeProxyModel> self(this);
+        const Presence presence(this);
         if (open_brackets.back())
             end();
-        if (!self) // deleted by a slot
+        if (presence.isOver()) // deleted by a slot
             return;
         if (!open_brackets.empty())
             open_brackets.pop_back();
@@ -247,7 +246,9 @@ void TaviTreeProxyModel::followSource()
             return;
         goByExpression();
         // Where that has made the base class follow the source, it will do so from the next signal on.
-        Q_EMIT dataChanged(mapFromSource(from), mapFromSource(to), roles);
+        const bool one_to_one = rows == Rows::Straight;
+        Q_EMIT dataChanged(one_to_one ? straight(from) : mapFromSource(from),
+                           one_to_one ? straight(to) : mapFromSource(to), roles);
     });
     follow(&M::headerDataChanged, [this](Qt::Orientation orientation, int first, int last) {
         Q_EMIT headerDataChanged(orientation, first, last);
