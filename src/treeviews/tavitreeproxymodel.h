@@ -258,6 +258,7 @@ private:
     quint64 layout_reasons = 0;
     const QMetaObject *status_class = nullptr; // of the view whose slot for the status line is the next
     int status_slot = -1;
+    bool status_is_usual = false;  // the slot of TaviTreeView itself
     Presence *presences = nullptr; // innermost first
 };
 

@@ -14,6 +14,7 @@
 #include "treeviews/tavitreeview.h"
 
 #include <QHeaderView>
+#include <QMetaMethod>
 #include <QTreeView>
 
 #include <algorithm>
@@ -209,10 +210,15 @@ void TaviTreeProxyModel::updateStatus(QTreeView *view)
     if (view->metaObject() != status_class) {
         status_class = view->metaObject();
         status_slot = status_class->indexOfSlot("updateStatusBar(int)");
+        status_is_usual =
+            status_slot >= 0
+            && status_class->method(status_slot).enclosingMetaObject() == &TaviTreeView::staticMetaObject;
     }
     int stays = 0;
     void *arguments[] = {nullptr, &stays};
-    if (status_slot >= 0)
+    if (status_is_usual) // what the call by number below comes to, for each single change
+        static_cast<TaviTreeView *>(view)->updateStatusBar(stays);
+    else if (status_slot >= 0)
         QMetaObject::metacall(view, QMetaObject::InvokeMetaMethod, status_slot, arguments);
 }
 
@@ -363,13 +369,13 @@ void TaviTreeProxyModel::showAll()
 
 void TaviTreeProxyModel::lookThroughChanged(const QModelIndex &parent, int first, int last, bool came)
 {
-    if (!beginRun())
-        return;
-    if (rows == Rows::Straight && filter_string.isEmpty() && !all_due) {
-        showAll();
+    if (rows == Rows::Straight && filter_string.isEmpty() && !all_due && !hidden_unknown && !filtering_now) {
+        filtering_now = true; // nothing is hidden: only the status is told
         endRun();
         return;
     }
+    if (!beginRun())
+        return;
     const auto *const source = qobject_cast<const TaviTreeModel *>(sourceModel());
     if (!runsShort()) {
         if (QTreeView *const view = hidingView())
