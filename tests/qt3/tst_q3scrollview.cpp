@@ -348,6 +348,7 @@ private Q_SLOTS:
     void updatesAreClipped()
     {
         View view;
+        QVERIFY(QTest::qWaitForWindowExposed(&view));
         view.setContentsPos(100, 100);
         QCoreApplication::processEvents();
         view.drawn = QRect();
