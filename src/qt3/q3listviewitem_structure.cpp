@@ -1,0 +1,310 @@
+// SPDX-License-Identifier: MIT
+#include "qt3/q3listview_p.h"
+#include "qt3/q3listviewitem.h"
+#include "qt3/q3listviewtree_p.h"
+
+#include <algorithm>
+#include <utility>
+#include <vector>
+
+namespace {
+
+Q3ListViewItem *rootOf(Q3ListView *view)
+{
+    return view ? Q3ListViewPrivate::of(view)->root.get() : nullptr;
+}
+
+} // namespace
+
+Q3ListViewItem::Q3ListViewItem(RootTag, Q3ListView *view)
+{
+    flags_ |= Opened | SetUp;
+    children_ = std::make_unique<Q3ListViewChildren>();
+    children_->view = view;
+}
+
+Q3ListViewItem::Q3ListViewItem(Q3ListView *parent)
+{
+    construct(rootOf(parent), nullptr);
+}
+
+Q3ListViewItem::Q3ListViewItem(Q3ListViewItem *parent)
+{
+    construct(parent, nullptr);
+}
+
+Q3ListViewItem::Q3ListViewItem(Q3ListView *parent, Q3ListViewItem *after)
+{
+    construct(rootOf(parent), after);
+}
+
+Q3ListViewItem::Q3ListViewItem(Q3ListViewItem *parent, Q3ListViewItem *after)
+{
+    construct(parent, after);
+}
+
+Q3ListViewItem::Q3ListViewItem(Q3ListView *parent, const QString &label1, const QString &label2,
+                               const QString &label3, const QString &label4, const QString &label5,
+                               const QString &label6, const QString &label7, const QString &label8)
+    : Q3ListViewItem(parent)
+{
+    setLabels(label1, label2, label3, label4, label5, label6, label7, label8);
+}
+
+Q3ListViewItem::Q3ListViewItem(Q3ListViewItem *parent, const QString &label1, const QString &label2,
+                               const QString &label3, const QString &label4, const QString &label5,
+                               const QString &label6, const QString &label7, const QString &label8)
+    : Q3ListViewItem(parent)
+{
+    setLabels(label1, label2, label3, label4, label5, label6, label7, label8);
+}
+
+Q3ListViewItem::Q3ListViewItem(Q3ListView *parent, Q3ListViewItem *after, const QString &label1,
+                               const QString &label2, const QString &label3, const QString &label4,
+                               const QString &label5, const QString &label6, const QString &label7,
+                               const QString &label8)
+    : Q3ListViewItem(parent, after)
+{
+    setLabels(label1, label2, label3, label4, label5, label6, label7, label8);
+}
+
+Q3ListViewItem::Q3ListViewItem(Q3ListViewItem *parent, Q3ListViewItem *after, const QString &label1,
+                               const QString &label2, const QString &label3, const QString &label4,
+                               const QString &label5, const QString &label6, const QString &label7,
+                               const QString &label8)
+    : Q3ListViewItem(parent, after)
+{
+    setLabels(label1, label2, label3, label4, label5, label6, label7, label8);
+}
+
+void Q3ListViewItem::setLabels(const QString &label1, const QString &label2, const QString &label3,
+                               const QString &label4, const QString &label5, const QString &label6,
+                               const QString &label7, const QString &label8)
+{
+    const QString *const labels[] = {&label1, &label2, &label3, &label4, &label5, &label6, &label7, &label8};
+    int count = 8;
+    while (count > 0 && labels[count - 1]->isNull())
+        --count;
+    texts_ = std::make_unique<QString[]>(static_cast<size_t>(count));
+    text_count_ = static_cast<quint16>(count);
+    for (int i = 0; i < count; ++i)
+        texts_[i] = *labels[i];
+}
+
+void Q3ListViewItem::construct(Q3ListViewItem *parent, Q3ListViewItem *after)
+{
+    if (!parent)
+        return;
+    Q3ListViewRows::link(parent, this, after && after->parent_ == parent ? after : nullptr);
+    if (Q3ListView *view = parent->listView())
+        view->triggerUpdate();
+}
+
+Q3ListViewItem::~Q3ListViewItem()
+{
+    setFlag(Dying, true);
+    if (isRoot()) {
+        children_->view = nullptr;
+    } else if (Q3ListView *view = parent_ && parent_->isRoot() ? listView() : nullptr) {
+        // Derived classes are told of what goes.
+        view->takeItem(this);
+    } else if (parent_ && !(parent_->flags_ & Dying)) {
+        parent_->takeItem(this);
+    }
+    if (parent_)
+        parent_->Q3ListViewItem::takeItem(this);
+    Q3ListViewItemGuard::deleted(this);
+    while (children_ && children_->first) {
+        Q3ListViewItem *child = children_->first;
+        children_->first = child->next_;
+        child->parent_ = child->next_ = child->previous_ = nullptr;
+        delete child;
+    }
+}
+
+void Q3ListViewItem::insertItem(Q3ListViewItem *newChild)
+{
+    if (!newChild || newChild->parent_ || newChild == this || isInside(newChild))
+        return;
+    Q3ListViewRows::link(this, newChild, nullptr);
+    if (Q3ListView *view = listView())
+        view->triggerUpdate();
+}
+
+void Q3ListViewItem::takeItem(Q3ListViewItem *item)
+{
+    if (!item || item->parent_ != this)
+        return;
+    Q3ListViewItemIterator::leave(item);
+    Q3ListView *view = listView();
+    if (!view) {
+        Q3ListViewRows::unlink(item);
+        return;
+    }
+    Q3ListViewPrivate *d = Q3ListViewPrivate::of(view);
+    const Q3ListViewPrivate::Leaving left = d->itemLeaves(item);
+    Q3ListViewRows::unlink(item);
+    view->triggerUpdate();
+    d->tellOf(left);
+}
+
+void Q3ListViewItem::moveItem(Q3ListViewItem *after)
+{
+    Q3ListView *view = listView();
+    if (!parent_ || after == this || (after && after->parent_ != parent_) || after == previous_)
+        return;
+    if (!after || (view && Q3ListViewPrivate::of(view)->isSorted()))
+        return;
+    Q3ListViewItem *parent = parent_;
+    Q3ListViewRows::unlink(this);
+    Q3ListViewRows::link(parent, this, after);
+    if (view)
+        view->triggerUpdate();
+}
+
+bool Q3ListViewItem::isRoot() const
+{
+    return !parent_ && children_ && children_->view;
+}
+
+Q3ListViewItem *Q3ListViewItem::parent() const
+{
+    return parent_ && parent_->isRoot() ? nullptr : parent_;
+}
+
+Q3ListView *Q3ListViewItem::listView() const
+{
+    const Q3ListViewItem *top = this;
+    while (top->parent_)
+        top = top->parent_;
+    return top->children_ ? top->children_->view : nullptr;
+}
+
+Q3ListViewItem *Q3ListViewItem::firstChild() const
+{
+    return children_ ? children_->first : nullptr;
+}
+
+int Q3ListViewItem::childCount() const
+{
+    return children_ ? children_->count : 0;
+}
+
+int Q3ListViewItem::depth() const
+{
+    int depth = 0;
+    for (const Q3ListViewItem *up = parent_; up && !up->isRoot(); up = up->parent_)
+        ++depth;
+    return depth;
+}
+
+bool Q3ListViewItem::isInside(const Q3ListViewItem *ancestor) const
+{
+    const Q3ListViewItem *item = this;
+    while (item && item != ancestor)
+        item = item->parent_;
+    return item != nullptr;
+}
+
+Q3ListViewItem *Q3ListViewItem::itemAbove() const
+{
+    if (previous_) {
+        if (Q3ListViewItem *above = Q3ListViewRows::shownUpTo(previous_))
+            return Q3ListViewRows::lowest(above);
+    }
+    return parent();
+}
+
+Q3ListViewItem *Q3ListViewItem::itemBelow() const
+{
+    if (isOpen() && isVisible()) {
+        Q3ListViewRows::order(const_cast<Q3ListViewItem *>(this));
+        if (Q3ListViewItem *below = Q3ListViewRows::shownFrom(children_->first))
+            return below;
+    }
+    for (const Q3ListViewItem *item = this; item; item = item->parent_) {
+        if (item->next_) {
+            if (Q3ListViewItem *below = Q3ListViewRows::shownFrom(item->next_))
+                return below;
+        }
+    }
+    return nullptr;
+}
+
+void Q3ListViewItem::enforceSortOrder() const
+{
+    const Q3ListView *view = listView();
+    const Q3ListViewPrivate *d = view ? Q3ListViewPrivate::of(view) : nullptr;
+    if (!children_ || !d || !d->isSorted())
+        return;
+    if (children_->unsorted || children_->column != d->sort_column || children_->ascending != d->sort_ascending)
+        const_cast<Q3ListViewItem *>(this)->sortChildItems(d->sort_column, d->sort_ascending);
+}
+
+void Q3ListViewItem::sortChildItems(int column, bool ascending)
+{
+    if (!children_)
+        return;
+    children_->unsorted = false;
+    children_->column = column;
+    children_->ascending = ascending;
+    std::vector<Q3ListViewItem *> items;
+    items.reserve(static_cast<size_t>(children_->count));
+    for (Q3ListViewItem *item = children_->first; item; item = item->next_)
+        items.push_back(item);
+    const auto before = [column, ascending](Q3ListViewItem *a, Q3ListViewItem *b) {
+        const int order = a->compare(b, column, ascending);
+        return ascending ? order < 0 : order > 0;
+    };
+    if (std::is_sorted(items.begin(), items.end(), before))
+        return;
+    std::stable_sort(items.begin(), items.end(), before);
+    Q3ListViewRows::reorder(this, items);
+}
+
+void Q3ListViewItem::sort()
+{
+    if (children_)
+        children_->unsorted = true;
+    enforceSortOrder();
+    if (Q3ListView *view = listView())
+        view->triggerUpdate();
+}
+
+int Q3ListViewItem::totalHeight() const
+{
+    if (!isVisible())
+        return 0;
+    auto *self = const_cast<Q3ListViewItem *>(this);
+    Q3ListViewRows::ensureSetup(self);
+    if (!isOpen())
+        return height_;
+    if (Q3ListView *view = listView())
+        Q3ListViewPrivate::of(view)->index();
+    Q3ListViewRows::index(self);
+    return height_ + Q3ListViewRows::childrenHeight(this);
+}
+
+int Q3ListViewItem::itemPos() const
+{
+    Q3ListView *view = listView();
+    if (!view)
+        return 0;
+    Q3ListViewPrivate::of(view)->index();
+    return Q3ListViewRows::position(this);
+}
+
+void Q3ListViewItem::setHeight(int height)
+{
+    if (height_ == height)
+        return;
+    height_ = std::max(0, height);
+    invalidateHeight();
+}
+
+void Q3ListViewItem::invalidateHeight()
+{
+    Q3ListViewRows::changed(this);
+    if (Q3ListView *view = (flags_ & SetUp) && parent_ && parent_->children_->indexed ? listView() : nullptr)
+        view->triggerUpdate();
+}

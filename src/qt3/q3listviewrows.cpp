@@ -1,0 +1,288 @@
+// SPDX-License-Identifier: MIT
+#include "qt3/q3listview_p.h"
+#include "qt3/q3listviewtree_p.h"
+
+#include <algorithm>
+
+Q3ListViewItemGuard *Q3ListViewItemGuard::first_ = nullptr;
+
+Q3ListViewItemGuard::Q3ListViewItemGuard(Q3ListViewItem *item) : item_(item), next_(first_)
+{
+    if (next_)
+        next_->previous_ = this;
+    first_ = this;
+}
+
+Q3ListViewItemGuard::~Q3ListViewItemGuard()
+{
+    (previous_ ? previous_->next_ : first_) = next_;
+    if (next_)
+        next_->previous_ = previous_;
+}
+
+void Q3ListViewItemGuard::deleted(const Q3ListViewItem *item)
+{
+    for (Q3ListViewItemGuard *guard = first_; guard; guard = guard->next_) {
+        if (guard->item_ == item)
+            guard->item_ = nullptr;
+    }
+}
+
+/// Whether a change to a search tree pays; after many without a question, making it anew when asked is cheaper.
+bool Q3ListViewRows::mayChangeTree(Q3ListViewChildren &children)
+{
+    return children.indexed && ++children.changes <= 64 + children.count / 16;
+}
+
+int Q3ListViewRows::totalOf(const Q3ListViewItem *item)
+{
+    if (!item->isVisible())
+        return 0;
+    return item->height_ + ((item->flags_ & Q3ListViewItem::Opened) ? childrenHeight(item) : 0);
+}
+
+int Q3ListViewRows::childrenHeight(const Q3ListViewItem *item)
+{
+    return item->children_ && item->children_->indexed ? Q3ListViewTree::sum(*item->children_) : 0;
+}
+
+/// Tells the trees above of another height of an item's children.
+void Q3ListViewRows::passUp(Q3ListViewItem *parent)
+{
+    for (; parent->parent_ && parent->parent_->children_->indexed; parent = parent->parent_) {
+        const int total = totalOf(parent);
+        if (total == parent->total_)
+            return;
+        Q3ListViewTree::setTotal(parent, total);
+    }
+}
+
+void Q3ListViewRows::forget(Q3ListViewItem *parent)
+{
+    if (parent->children_)
+        parent->children_->indexed = false;
+    constexpr int counts = Q3ListViewItem::Opened | Q3ListViewItem::Visible;
+    while ((parent->flags_ & counts) == counts && parent->parent_ && parent->parent_->children_->indexed) {
+        parent = parent->parent_;
+        parent->children_->indexed = false;
+    }
+}
+
+void Q3ListViewRows::changed(Q3ListViewItem *item)
+{
+    Q3ListViewItem *parent = item->parent_;
+    if (!parent || !parent->children_->indexed || (item->flags_ & Q3ListViewItem::Pending))
+        return;
+    Q3ListView *view = item->listView();
+    if (!view || !mayChangeTree(*parent->children_)) {
+        forget(parent);
+        return;
+    }
+    const bool measured =
+        (item->flags_ & Q3ListViewItem::SetUp)
+        && (!(item->flags_ & Q3ListViewItem::Opened) || item->childCount() == 0 || item->children_->indexed);
+    if (!measured) {
+        Q3ListViewPrivate::of(view)->addPending(item);
+        return;
+    }
+    Q3ListViewTree::setTotal(item, totalOf(item));
+    passUp(parent);
+}
+
+void Q3ListViewRows::link(Q3ListViewItem *parent, Q3ListViewItem *item, Q3ListViewItem *after)
+{
+    if (!parent->children_)
+        parent->children_ = std::make_unique<Q3ListViewChildren>();
+    Q3ListViewChildren &children = *parent->children_;
+    item->parent_ = parent;
+    item->previous_ = after;
+    item->next_ = after ? after->next_ : children.first;
+    (item->previous_ ? item->previous_->next_ : children.first) = item;
+    (item->next_ ? item->next_->previous_ : children.last) = item;
+    ++children.count;
+    children.unsorted = true;
+    item->total_ = 0;
+    Q3ListView *view = children.indexed ? parent->listView() : nullptr;
+    if (view && mayChangeTree(children)) {
+        Q3ListViewTree::insert(children, item);
+        Q3ListViewPrivate::of(view)->addPending(item);
+    } else {
+        forget(parent);
+    }
+}
+
+void Q3ListViewRows::unlink(Q3ListViewItem *item)
+{
+    Q3ListViewItem *parent = item->parent_;
+    Q3ListViewChildren &children = *parent->children_;
+    if (item->flags_ & Q3ListViewItem::Pending) {
+        if (Q3ListView *view = parent->listView())
+            Q3ListViewPrivate::of(view)->removePending(item);
+        item->flags_ = item->flags_ & ~Q3ListViewItem::Pending;
+    }
+    if (mayChangeTree(children)) {
+        Q3ListViewTree::remove(children, item);
+        passUp(parent);
+    } else {
+        forget(parent);
+    }
+    (item->previous_ ? item->previous_->next_ : children.first) = item->next_;
+    (item->next_ ? item->next_->previous_ : children.last) = item->previous_;
+    --children.count;
+    item->parent_ = item->previous_ = item->next_ = nullptr;
+}
+
+void Q3ListViewRows::reorder(Q3ListViewItem *parent, const std::vector<Q3ListViewItem *> &order)
+{
+    Q3ListViewChildren &children = *parent->children_;
+    Q3ListViewItem *last = nullptr;
+    children.first = nullptr;
+    for (Q3ListViewItem *item : order) {
+        item->previous_ = last;
+        (last ? last->next_ : children.first) = item;
+        last = item;
+    }
+    if (last)
+        last->next_ = nullptr;
+    children.last = last;
+    if (children.indexed)
+        Q3ListViewTree::build(children);
+}
+
+void Q3ListViewRows::order(Q3ListViewItem *parent)
+{
+    if (parent->children_)
+        parent->enforceSortOrder();
+}
+
+void Q3ListViewRows::ensureSetup(Q3ListViewItem *item)
+{
+    if (item->flags_ & Q3ListViewItem::SetUp)
+        return;
+    item->flags_ = item->flags_ | Q3ListViewItem::SetUp;
+    item->setup();
+}
+
+void Q3ListViewRows::index(Q3ListViewItem *parent)
+{
+    if (!parent->children_)
+        return;
+    order(parent);
+    Q3ListViewChildren &children = *parent->children_;
+    if (!children.indexed) {
+        // An item may fill itself, and its parent, in its setup().
+        int count = -1;
+        while (count != children.count) {
+            count = children.count;
+            for (Q3ListViewItem *item = children.first; item; item = item->next_) {
+                ensureSetup(item);
+                if ((item->flags_ & Q3ListViewItem::Opened) && item->isVisible())
+                    index(item);
+                item->total_ = totalOf(item);
+            }
+        }
+        Q3ListViewTree::build(children);
+        children.indexed = true;
+    }
+    children.changes = 0;
+}
+
+int Q3ListViewRows::position(const Q3ListViewItem *item)
+{
+    int y = 0;
+    for (; item->parent_; item = item->parent_) {
+        index(item->parent_);
+        y += Q3ListViewTree::offset(item) + item->parent_->height_;
+    }
+    return y;
+}
+
+Q3ListViewItem *Q3ListViewRows::itemAt(Q3ListViewItem *root, int y)
+{
+    Q3ListViewItem *parent = root;
+    while (parent && parent->children_) {
+        index(parent);
+        Q3ListViewItem *item = Q3ListViewTree::find(*parent->children_, y);
+        if (!item || y < item->height_)
+            return item;
+        y -= item->height_;
+        parent = item;
+    }
+    return nullptr;
+}
+
+Q3ListViewItem *Q3ListViewRows::shownFrom(Q3ListViewItem *item)
+{
+    constexpr int steps = 8;
+    for (int i = 0; item && i < steps; ++i, item = item->next_) {
+        if (item->isShown())
+            return item;
+    }
+    if (!item)
+        return nullptr;
+    const Q3ListViewChildren &children = *item->parent_->children_;
+    const Q3ListView *view = item->listView();
+    if (children.indexed && view && Q3ListViewPrivate::of(view)->pending.empty()) {
+        int y = Q3ListViewTree::offset(item);
+        return Q3ListViewTree::find(children, y);
+    }
+    while (item && !item->isShown())
+        item = item->next_;
+    return item;
+}
+
+Q3ListViewItem *Q3ListViewRows::shownUpTo(Q3ListViewItem *item)
+{
+    constexpr int steps = 8;
+    for (int i = 0; item && i < steps; ++i, item = item->previous_) {
+        if (item->isShown())
+            return item;
+    }
+    if (!item)
+        return nullptr;
+    const Q3ListViewChildren &children = *item->parent_->children_;
+    const Q3ListView *view = item->listView();
+    if (children.indexed && view && Q3ListViewPrivate::of(view)->pending.empty()) {
+        int y = Q3ListViewTree::offset(item) + item->total_ - 1;
+        return Q3ListViewTree::find(children, y);
+    }
+    while (item && !item->isShown())
+        item = item->previous_;
+    return item;
+}
+
+Q3ListViewItem *Q3ListViewRows::lowest(Q3ListViewItem *item)
+{
+    while (item->isOpen()) {
+        order(item);
+        Q3ListViewItem *last = shownUpTo(item->children_->last);
+        if (!last)
+            break;
+        item = last;
+    }
+    return item;
+}
+
+Q3ListViewItem *Q3ListViewRows::behind(const Q3ListViewItem *item)
+{
+    for (; item && item->parent_; item = item->parent_) {
+        if (item->next_)
+            return item->next_;
+    }
+    return nullptr;
+}
+
+Q3ListViewItem *Q3ListViewRows::next(const Q3ListViewItem *item)
+{
+    return item->children_ && item->children_->first ? item->children_->first : behind(item);
+}
+
+Q3ListViewItem *Q3ListViewRows::previous(const Q3ListViewItem *item)
+{
+    Q3ListViewItem *before = item->previous_;
+    if (!before)
+        return item->parent();
+    while (before->children_ && before->children_->last)
+        before = before->children_->last;
+    return before;
+}

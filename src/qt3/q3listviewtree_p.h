@@ -1,0 +1,130 @@
+// SPDX-License-Identifier: MIT
+#ifndef QT3_Q3LISTVIEWTREE_P_H
+#define QT3_Q3LISTVIEWTREE_P_H
+
+#include "qt3/q3listviewitem.h"
+
+#include <QPixmap>
+
+#include <vector>
+
+/// The children of an item, made with the first of them.
+struct Q3ListViewChildren {
+    Q3ListView *view = nullptr; ///< Of a view's hidden root only.
+    Q3ListViewItem *first = nullptr;
+    Q3ListViewItem *last = nullptr;
+    Q3ListViewItem *root = nullptr; ///< Of the search tree; it means something only when indexed.
+    int count = 0;
+    int changes = 0;      ///< To the search tree since it was asked last.
+    bool indexed = false; ///< The search tree tells all heights and positions.
+    bool unsorted = true; ///< The order may be another than that of the last sorting.
+    bool ascending = true;
+    int column = -1; ///< They were sorted by.
+};
+
+/// What few items have.
+struct Q3ListViewItemExtra {
+    std::vector<std::unique_ptr<QPixmap>> pixmaps;
+    std::vector<bool> rename;
+};
+
+/// A search tree over siblings, ordered as they stand, that knows the sum of heights below each: a treap whose
+/// priorities are the items' mixed addresses. It allocates nothing: the links are in the items.
+class Q3ListViewTree
+{
+public:
+    /// Makes the tree of all siblings anew from their total heights. O(n).
+    static void build(Q3ListViewChildren &children);
+    /// Puts in an item of height 0 behind its previous sibling. O(log n).
+    static void insert(Q3ListViewChildren &children, Q3ListViewItem *item);
+    /// Takes an item out. O(log n).
+    static void remove(Q3ListViewChildren &children, Q3ListViewItem *item);
+    /// Gives an item another total height. O(log n).
+    static void setTotal(Q3ListViewItem *item, int total);
+    /// The sum of all heights.
+    static int sum(const Q3ListViewChildren &children) { return sum(children.root); }
+    /// The sum of the heights of all siblings before an item. O(log n).
+    static int offset(const Q3ListViewItem *item);
+    /// The item that covers @a y pixels from the first, which is then made to count from the item's top; null
+    /// outside. O(log n).
+    static Q3ListViewItem *find(const Q3ListViewChildren &children, int &y);
+
+private:
+    static int sum(const Q3ListViewItem *node) { return node ? node->tree_sum_ : 0; }
+    static void add(Q3ListViewItem *item);
+    static void rotateUp(Q3ListViewChildren &children, Q3ListViewItem *node);
+    static void replace(Q3ListViewChildren &children, Q3ListViewItem *node, Q3ListViewItem *by);
+};
+
+/// The structure of items and the rows that come of it: which item follows which, and where each is.
+class Q3ListViewRows
+{
+public:
+    /// Links an item in behind another child, or as the first.
+    static void link(Q3ListViewItem *parent, Q3ListViewItem *item, Q3ListViewItem *after);
+    /// Takes an item out of its siblings.
+    static void unlink(Q3ListViewItem *item);
+    /// Links the children anew in the order given.
+    static void reorder(Q3ListViewItem *parent, const std::vector<Q3ListViewItem *> &order);
+    /// The heights of an item's children are not known any more.
+    static void forget(Q3ListViewItem *parent);
+    /// An item's total height is another now: height, visibility, opening.
+    static void changed(Q3ListViewItem *item);
+    /// Makes the search trees of an item's children, and of all that is open below, valid. Calls setup().
+    static void index(Q3ListViewItem *parent);
+    /// The height of all that is shown below an item if it is open. Its children must be indexed.
+    static int childrenHeight(const Q3ListViewItem *item);
+    /// Calls setup() if that was not called yet.
+    static void ensureSetup(Q3ListViewItem *item);
+    /// The y of an item from the beginning of its view's root.
+    static int position(const Q3ListViewItem *item);
+    /// The item on the row at a height; null outside.
+    static Q3ListViewItem *itemAt(Q3ListViewItem *root, int y);
+    /// The next of the siblings from @a item on that is shown, or null.
+    static Q3ListViewItem *shownFrom(Q3ListViewItem *item);
+    /// The last of the siblings up to @a item that is shown, or null.
+    static Q3ListViewItem *shownUpTo(Q3ListViewItem *item);
+    /// The lowest row of an item and all that is shown below it.
+    static Q3ListViewItem *lowest(Q3ListViewItem *item);
+    /// Puts the children in order if the view wants one and they are not.
+    static void order(Q3ListViewItem *parent);
+    /// The item behind this one and all below it, in the whole tree, shown or not.
+    static Q3ListViewItem *behind(const Q3ListViewItem *item);
+    /// The next item of the whole tree.
+    static Q3ListViewItem *next(const Q3ListViewItem *item);
+    /// The previous item of the whole tree.
+    static Q3ListViewItem *previous(const Q3ListViewItem *item);
+
+private:
+    static bool mayChangeTree(Q3ListViewChildren &children);
+    static int totalOf(const Q3ListViewItem *item);
+    static void passUp(Q3ListViewItem *parent);
+};
+
+/// A pointer to an item that becomes null when the item is deleted. They stand in one list, by which items find them.
+class Q3ListViewItemGuard
+{
+public:
+    explicit Q3ListViewItemGuard(Q3ListViewItem *item = nullptr);
+    ~Q3ListViewItemGuard();
+    Q3ListViewItemGuard(const Q3ListViewItemGuard &other) : Q3ListViewItemGuard(other.item_) {}
+    Q3ListViewItemGuard &operator=(const Q3ListViewItemGuard &other) { return *this = other.item_; }
+    Q3ListViewItemGuard &operator=(Q3ListViewItem *item)
+    {
+        item_ = item;
+        return *this;
+    }
+    Q3ListViewItem *get() const { return item_; }
+    operator Q3ListViewItem *() const { return item_; }
+    Q3ListViewItem *operator->() const { return item_; }
+    /// Tells all of a deletion.
+    static void deleted(const Q3ListViewItem *item);
+
+private:
+    Q3ListViewItem *item_;
+    Q3ListViewItemGuard *next_;
+    Q3ListViewItemGuard *previous_ = nullptr;
+    static Q3ListViewItemGuard *first_;
+};
+
+#endif
