@@ -13,6 +13,8 @@ list(APPEND TAVIWIDGETS_HEADERS
 list(APPEND TAVIWIDGETS_FORMS
     treeviews/taviconfigorder_ui.ui)
 list(APPEND TAVIWIDGETS_SOURCES
+    treeviews/columnmenu.cpp
+    treeviews/columnmenu_p.h
     treeviews/configorderitem.cpp
     treeviews/configordermodel.cpp
     treeviews/configorderrows.cpp
@@ -24,6 +26,8 @@ list(APPEND TAVIWIDGETS_SOURCES
     treeviews/keywordmatcher.cpp
     treeviews/keywordmatcher_p.h
     treeviews/numberlistdrag.cpp
+    treeviews/searchwindow.cpp
+    treeviews/searchwindow_p.h
     treeviews/taviconfigorder.cpp
     treeviews/taviconfigorder_items.cpp
     treeviews/taviconfigorderdlg.cpp
@@ -58,4 +62,8 @@ list(APPEND TAVIWIDGETS_SOURCES
     treeviews/tavitreeview_state.cpp
     treeviews/tavitreeviewfilterfloater.cpp
     treeviews/treerows.cpp
-    treeviews/treerows_p.h)
+    treeviews/treerows_p.h
+    treeviews/viewframe.cpp
+    treeviews/viewframe_p.h
+    treeviews/viewkeys.cpp
+    treeviews/viewkeys_p.h)
