@@ -17,8 +17,22 @@ void Q3ListViewPrivate::addPending(Q3ListViewItem *item)
     pending.push_back(item);
 }
 
+/// Forgets an item, and all below it, that is still in its place.
 void Q3ListViewPrivate::removePending(Q3ListViewItem *item)
 {
+    if (item->childCount() > 0) {
+        const auto goes = [item](Q3ListViewItem *one) {
+            const bool inside = one->isInside(item);
+            if (inside)
+                one->setFlag(Q3ListViewItem::Pending, false);
+            return inside;
+        };
+        pending.erase(std::remove_if(pending.begin(), pending.end(), goes), pending.end());
+        return;
+    }
+    if (!(item->flags_ & Q3ListViewItem::Pending))
+        return;
+    item->setFlag(Q3ListViewItem::Pending, false);
     // It was most likely put there a moment ago.
     const auto found = std::find(pending.rbegin(), pending.rend(), item);
     if (found != pending.rend())

@@ -49,8 +49,10 @@ void Q3ListViewItem::setup()
     if (!view)
         return;
     Q3ListViewPrivate *d = Q3ListViewPrivate::of(view);
-    if (d->row_height == 0)
-        d->row_height = view->fontMetrics().height() + 2 * d->item_margin;
+    if (d->row_height == 0) {
+        const int line = view->fontMetrics().height() + 2 * d->item_margin;
+        d->row_height = line + line % 2;
+    }
     int height = d->row_height;
     if (multiLinesEnabled() || extra_) {
         for (int column = 0; column < view->columns(); ++column) {

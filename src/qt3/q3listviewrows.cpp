@@ -115,11 +115,8 @@ void Q3ListViewRows::unlink(Q3ListViewItem *item)
 {
     Q3ListViewItem *parent = item->parent_;
     Q3ListViewChildren &children = *parent->children_;
-    if (item->flags_ & Q3ListViewItem::Pending) {
-        if (Q3ListView *view = parent->listView())
-            Q3ListViewPrivate::of(view)->removePending(item);
-        item->flags_ = item->flags_ & ~Q3ListViewItem::Pending;
-    }
+    if (Q3ListView *view = (item->flags_ & Q3ListViewItem::Pending) || item->children_ ? item->listView() : nullptr)
+        Q3ListViewPrivate::of(view)->removePending(item);
     if (mayChangeTree(children)) {
         Q3ListViewTree::remove(children, item);
         passUp(parent);

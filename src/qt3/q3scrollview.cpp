@@ -65,7 +65,12 @@ Q3ScrollView::Q3ScrollView(QWidget *parent, const char *name, Qt::WindowFlags f)
     verticalScrollBar()->setSingleStep(20);
 }
 
-Q3ScrollView::~Q3ScrollView() = default;
+Q3ScrollView::~Q3ScrollView()
+{
+    // The widgets go later, when there is nothing left that could take note of it.
+    for (auto child = children_.cbegin(); child != children_.cend(); ++child)
+        disconnect(child.key(), &QObject::destroyed, this, nullptr);
+}
 
 void Q3ScrollView::contentsToViewport(int x, int y, int &vx, int &vy) const
 {
@@ -175,6 +180,11 @@ void Q3ScrollView::updateScrollBars()
     horizontalScrollBar()->setRange(0, std::max(0, contents_.width() - room.width()));
     verticalScrollBar()->setRange(0, std::max(0, contents_.height() - room.height()));
     setting_bars_ = false;
+    if (isVisible() && viewport()->size() != room) {
+        // The area would show and hide its bars later only, and until then nothing could be brought into sight.
+        QEvent layout(QEvent::LayoutRequest);
+        QAbstractScrollArea::event(&layout);
+    }
     moveTo(barPosition());
 }
 

@@ -55,8 +55,9 @@ public:
     }
     void doubleClick(Q3ListViewItem *item)
     {
-        click(item);
-        QTest::mouseDClick(viewport(), Qt::LeftButton, Qt::NoModifier, middleOf(item));
+        const QPoint at = middleOf(item);
+        QTest::mouseClick(viewport(), Qt::LeftButton, Qt::NoModifier, at);
+        QTest::mouseDClick(viewport(), Qt::LeftButton, Qt::NoModifier, at);
     }
     /// A press at one point and moves to another, without letting go.
     void dragTo(const QPoint &from, const QPoint &to, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
