@@ -86,18 +86,18 @@ public:
 /// @endcode
 ///
 /// **Columns.** With the header menu on, the view keeps a ColumnItem for each column, shown or not. The context menu
-/// of the header shows and hides them, a drag of a heading orders them, and saveHeaderState() keeps all that. The base
-/// class knows the columns that show, and only these; its numbers ("sections") change whenever one is hidden, and go
-/// from 0 in the order of display after that. A column keeps its *id*, which addColumnItem() returns. With the header
-/// menu off, columns are those of Q3ListView.
+/// of the header shows and hides them, a drag of a heading orders them, and saveHeaderState() keeps all that. The
+/// base class knows the columns that show, and only these; its numbers ("sections") change whenever one is hidden,
+/// and go from 0 in the order of display after that. A column keeps its *id*, which addColumnItem() returns. With the
+/// header menu off, columns are those of Q3ListView.
 ///
 /// Texts of items belong to section numbers, not to ids: when columns are hidden or moved in a view whose items have
 /// fixed texts, the texts stay where they are. Items of such a view override text() and ask columnItemID() which
 /// column they are asked for.
 ///
 /// **Filtering.** A keyword hides the items that have it in none of their columns, and neither has anything below
-/// them; the rest is opened so that all hits show. Shift+"?" opens a search window over the list, Escape closes it and
-/// all is as before. Line edits of the application filter through filterBuddy(). The filter can be inverted.
+/// them; the rest is opened so that all hits show. Shift+"?" opens a search window over the list, Escape closes it
+/// and all is as before. Line edits of the application filter through filterBuddy(). The filter can be inverted.
 ///
 /// **Keyboard.** Letters search for a text, letter by letter as long as no more than 400 ms lie between two of them,
 /// first in the column that is sorted by. Right and Left open and close all selected top-level items. All else is as
@@ -144,8 +144,8 @@ public:
 
     /// Appends the top-level items to @a items that have children, are open, visible and enabled. O(top-level items).
     virtual void saveOpenStates(std::list<Q3ListViewItem *> &items);
-    /// Opens the top-level items that are in @a items and closes all others, but for those that have a selected child.
-    /// Items in the list may have been deleted. O(top-level items and their children).
+    /// Opens the top-level items that are in @a items and closes all others, but for those that have a selected
+    /// child. Items in the list may have been deleted. O(top-level items and their children).
     virtual void restoreOpenStates(std::list<Q3ListViewItem *> &items);
     /// Opens the search window in the middle of the view. There is one search window in a process: that of another
     /// view is closed, which ends filtering there, and deleted.
@@ -171,8 +171,8 @@ public:
     /// @}
 
     /// @name Columns
-    /// With the header menu off these are the operations of Q3ListView. With it on they keep the column items as well;
-    /// numbers out of range are passed on.
+    /// With the header menu off these are the operations of Q3ListView. With it on they keep the column items as
+    /// well; numbers out of range are passed on.
     /// @{
 
     /// Adds a column that shows, as addColumnItem() does.
@@ -230,10 +230,11 @@ public:
     void resizeColumnItem(int visible_index, int width);
     /// Makes the columns of the view anew from the column items. Items keep their places, their selection and the
     /// position of the view; if there was a current top-level item, the last top-level item is current now. Emits
-    /// currentChanged() and selectionChanged(), and calls headersRebuilt(). O(items). Nothing with the header menu off.
+    /// currentChanged() and selectionChanged(), and calls headersRebuilt(). O(items). Nothing with the header menu
+    /// off.
     void rebuildHeaders();
-    /// Replaces @a section by the state of the columns: order, visibility, widths, and what is sorted by. Nothing with
-    /// the header menu off.
+    /// Replaces @a section by the state of the columns: order, visibility, widths, and what is sorted by. Nothing
+    /// with the header menu off.
     ///
     /// Key "column_000" and so on, in order of creation: place or -1, visible as 1 or 0, and width or -1. Key
     /// "sorting", if the view is sorted: place of the header that is sorted by, and 0 for ascending or 1.
@@ -247,8 +248,8 @@ public:
 
     /// @name In place of a list that a form made
     /// Takes the place of @a old: its what's-this text, resize mode, tool tips, selection mode, focus columns and
-    /// rename action, and with @a copy_columns its headings. Deletes it, adds getListWidget() to @a stack and shows it
-    /// there. Nothing if @a old or @a stack is null.
+    /// rename action, and with @a copy_columns its headings. Deletes it, adds getListWidget() to @a stack and shows
+    /// it there. Nothing if @a old or @a stack is null.
     /// @{
 
     /// In a stack of the older kind.
@@ -305,15 +306,16 @@ public Q_SLOTS:
     virtual void filterItems(QString keyword, bool invert);
     /// Applies keyword and flag anew.
     virtual void filterItems();
-    /// Filters an item and what is below it by the stored keyword and the stored flag, and returns whether it is shown;
-    /// false for an item of another view. @a invert and @a parent_is_hit are for callers of old and change nothing.
+    /// Filters an item and what is below it by the stored keyword and the stored flag, and returns whether it is
+    /// shown; false for an item of another view. @a invert and @a parent_is_hit are for callers of old and change
+    /// nothing.
     bool filterItem(Q3ListViewItem *item, bool invert, bool parent_is_hit);
     /// The same.
     bool filterItem(Q3ListViewItem *item);
     /// Deletes the rename dialog.
     void dismissRenameDialog();
-    /// Shows getStatusString() in the status line for @a ms milliseconds; 0 for until it is replaced. O(rows); nothing
-    /// without a status line.
+    /// Shows getStatusString() in the status line for @a ms milliseconds; 0 for until it is replaced. O(rows);
+    /// nothing without a status line.
     virtual void updateStatusBar(int ms);
     /// The same with 0.
     void updateStatusBar();
@@ -387,7 +389,7 @@ private:
     TaviListViewFilterBuddy filter_buddy;
     bool header_menu_enabled;
     bool sort_ascending = true;
-    QList<ColumnItem *> column_items; // in order of display; these are owned
+    QList<ColumnItem *> column_items;       // in order of display; these are owned
     QList<ColumnItem *> fixed_column_items; // in order of creation
     QList<QPointer<QAction>> extra_actions;
     int next_column_id = 0;

@@ -115,7 +115,9 @@ ColumnItem *TaviListView::columnItem(int id) const
     // Ids are the places in order of creation, but for columns that were in another order when the menu came on.
     if (id >= 0 && id < fixed_column_items.size() && fixed_column_items.at(id)->id == id)
         return fixed_column_items.at(id);
-    const auto has_id = [id](const ColumnItem *item) { return item->id == id; };
+    const auto has_id = [id](const ColumnItem *item) {
+        return item->id == id;
+    };
     const auto found = std::find_if(fixed_column_items.begin(), fixed_column_items.end(), has_id);
     return found == fixed_column_items.end() ? nullptr : *found;
 }

@@ -51,7 +51,9 @@ void TaviListView::searchAhead()
     // A slot of each step may delete the item, or the view.
     const QPointer<TaviListView> self(this);
     const Q3ListViewItemIterator place(hit);
-    const auto still_there = [&] { return self && place.current() == hit; };
+    const auto still_there = [&] {
+        return self && place.current() == hit;
+    };
     setCurrentItem(hit);
     if (still_there())
         clearSelection();

@@ -2,6 +2,7 @@
 //
 // In place of a list that a form generator made.
 #include "listviews/tavilistview.h"
+#include "qt3/q3widgetstack.h"
 
 #include <QStackedWidget>
 
@@ -32,4 +33,13 @@ void TaviListView::hotSwap(Q3ListView *old, QStackedWidget *stack, bool copy_col
         return;
     QWidget *const list = listWidget(stack, QStringLiteral("tavilistview_listwidget"));
     stack->setCurrentIndex(stack->addWidget(list));
+}
+
+void TaviListView::hotSwap(Q3ListView *old, Q3WidgetStack *stack, bool copy_columns)
+{
+    if (!stack || !takeOver(old, copy_columns))
+        return;
+    QWidget *const list = listWidget(stack, QStringLiteral("tavilistview_listwidget"));
+    stack->addWidget(list);
+    stack->raiseWidget(list);
 }

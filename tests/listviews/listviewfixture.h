@@ -100,7 +100,9 @@ public:
     void dragHeading(int from, int to, int beyond = 0)
     {
         Q3Header *const bar = header();
-        const auto middle = [bar](int place) { return bar->sectionRect(bar->mapToSection(place)).center(); };
+        const auto middle = [bar](int place) {
+            return bar->sectionRect(bar->mapToSection(place)).center();
+        };
         const QPoint start = middle(from);
         const QPoint end = middle(to) + QPoint(beyond, 0);
         QTest::mousePress(bar, Qt::LeftButton, Qt::NoModifier, start);

@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: MIT
+#include "qt3/q3widgetstack.h"
 #include "tests/listviews/listviewfixture.h"
 #include "tests/support/tavitest.h"
 
-#include <QDialog>
+#include <QGridLayout>
 #include <QStackedWidget>
+#include <QTemporaryFile>
 
 #include <unistd.h>
 
@@ -246,9 +248,10 @@ private Q_SLOTS:
 
     void theStatusLineFollowsSelectionFilterAndClearing()
     {
-        ListProbe list;
+        QWidget window;
+        ListProbe &list = *new ListProbe(true, &window);
         list.setWantStatusBar(true);
-        const std::unique_ptr<QWidget> container(list.getListWidget());
+        QVERIFY(list.getListWidget() != &list);
         list.fill(1, 3);
         list.updateStatusBar();
         QCOMPARE(list.getStatusBar()->currentMessage(), QString("3 items"));
@@ -259,31 +262,30 @@ private Q_SLOTS:
         list.filterItems("", false);
         list.clearSelection();
         QCOMPARE(list.getStatusBar()->currentMessage(), QString("3 items"));
-        list.setParent(nullptr);
         list.clear();
         QCOMPARE(list.getStatusBar()->currentMessage(), QString("0 items"));
     }
 
     void theStatusLineFollowsTheCurrentItem()
     {
-        ListProbe list;
+        QWidget window;
+        ListProbe &list = *new ListProbe(true, &window);
         list.setWantStatusBar(true);
-        const std::unique_ptr<QWidget> container(list.getListWidget());
+        QVERIFY(list.getListWidget() != &list);
         list.fill(1, 3);
         list.setCurrentItem(list.at(2));
         QCOMPARE(list.getStatusBar()->currentMessage(), QString("3 items"));
-        list.setParent(nullptr);
     }
 
     void aMessageMayGoAfterAWhile()
     {
-        ListProbe list;
+        QWidget window;
+        ListProbe &list = *new ListProbe(true, &window);
         list.setWantStatusBar(true);
-        const std::unique_ptr<QWidget> container(list.getListWidget());
+        QVERIFY(list.getListWidget() != &list);
         list.updateStatusBar(1);
         QCOMPARE(list.getStatusBar()->currentMessage(), QString("0 items"));
         QTRY_COMPARE(list.getStatusBar()->currentMessage(), QString());
-        list.setParent(nullptr);
     }
 
     void clearingIsTold()
@@ -351,7 +353,9 @@ private Q_SLOTS:
         ListProbe empty;
         QVERIFY(!empty.lastVisibleItem());
         Branches tree;
-        const auto last = [&] { return tree.list.lastVisibleItem()->text(0); };
+        const auto last = [&] {
+            return tree.list.lastVisibleItem()->text(0);
+        };
         QCOMPARE(last(), QString("c"));
         tree.c->setOpen(true);
         QCOMPARE(last(), QString("c1"));
@@ -437,7 +441,9 @@ private Q_SLOTS:
     {
         ListProbe list;
         list.addColumn("Ink", 60);
-        list.addColumnItem(QString::fromUtf8("Gr\xC3\xBC" "n"), 60, false);
+        list.addColumnItem(QString::fromUtf8("Gr\xC3\xBC"
+                                             "n"),
+                           60, false);
         StandardOutput output;
         list.debugColumnItems();
         QCOMPARE(output.text(), QString::fromUtf8("TaviListView::debugColumnItems()---columns:1---items:2\n"
@@ -501,6 +507,26 @@ private Q_SLOTS:
         QCOMPARE(list->parentWidget(), container);
         QCOMPARE(list->getListWidget(), container);
         QVERIFY(list->getStatusBar());
+    }
+
+    void aStackOfTheOlderKindWillDo()
+    {
+        Q3WidgetStack stack;
+        const QPointer<Q3ListView> old = new Q3ListView(&stack);
+        stack.addWidget(old);
+        stack.raiseWidget(old);
+        old->addColumn("Ink", 50);
+        auto *list = new ListProbe;
+        list->setWantStatusBar(true);
+        list->hotSwap(old, &stack, true);
+        QVERIFY(!old);
+        QCOMPARE(list->headings(), QString("Ink"));
+        QVERIFY(stack.visibleWidget());
+        QCOMPARE(stack.visibleWidget(), list->getListWidget());
+        QCOMPARE(stack.visibleWidget()->objectName(), QString("tavilistview_listwidget"));
+        list->hotSwap(nullptr, &stack, true);
+        list->hotSwap(new Q3ListView(&stack), static_cast<Q3WidgetStack *>(nullptr), true);
+        QVERIFY(stack.visibleWidget());
     }
 
     void withoutAnOldListNothingIsSwapped()

@@ -86,7 +86,9 @@ private Q_SLOTS:
         list.addColumn("B", 60);
         QVERIFY(list.showAndWait());
         list.dragHeading(1, 0, -20); // B A
-        const auto b = [&] { return list.columnItemAtIndex(0); };
+        const auto b = [&] {
+            return list.columnItemAtIndex(0);
+        };
         list.setColumnText(1, "Beta");
         QCOMPARE(b()->title, QString("Beta"));
         QCOMPARE(list.columnText(1), QString("Beta"));
@@ -263,6 +265,13 @@ private Q_SLOTS:
         QCOMPARE(list.selection(), QString("a100 a101 a102"));
         QCOMPARE(list.contentsY(), 700);
         QCOMPARE(list.rebuilt, 1);
+    }
+
+    void withoutACurrentItemNoneBecomesCurrent()
+    {
+        ListProbe list;
+        list.fill(2, 3);
+        list.rebuildHeaders();
         QVERIFY(!list.currentItem());
     }
 

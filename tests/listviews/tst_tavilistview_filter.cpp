@@ -2,6 +2,8 @@
 #include "tests/listviews/listviewfixture.h"
 #include "tests/support/tavitest.h"
 
+#include <utility>
+
 namespace {
 
 /// cyan(light cyan, pale cyan) magenta black(grey(light grey)) yellow; the second column tells more.

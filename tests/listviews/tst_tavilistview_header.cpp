@@ -273,11 +273,16 @@ private Q_SLOTS:
         QTest::addColumn<QString>("headings");
         QTest::addColumn<QString>("columns");
         // All columns: A (B) C D (E)
-        QTest::newRow("to the front") << 2 << 0 << -20 << "D A C" << "D A (B) C (E)";
-        QTest::newRow("one to the left") << 2 << 1 << -20 << "A D C" << "A (B) D C (E)";
-        QTest::newRow("one to the right") << 0 << 1 << 20 << "C A D" << "(B) C A D (E)";
-        QTest::newRow("to the end, behind hidden ones") << 0 << 2 << 20 << "C D A" << "(B) C D (E) A";
-        QTest::newRow("nowhere") << 1 << 1 << 20 << "A C D" << "A (B) C D (E)";
+        QTest::newRow("to the front") << 2 << 0 << -20 << "D A C"
+                                      << "D A (B) C (E)";
+        QTest::newRow("one to the left") << 2 << 1 << -20 << "A D C"
+                                         << "A (B) D C (E)";
+        QTest::newRow("one to the right") << 0 << 1 << 20 << "C A D"
+                                          << "(B) C A D (E)";
+        QTest::newRow("to the end, behind hidden ones") << 0 << 2 << 20 << "C D A"
+                                                        << "(B) C D (E) A";
+        QTest::newRow("nowhere") << 1 << 1 << 20 << "A C D"
+                                 << "A (B) C D (E)";
     }
     void aDraggedHeadingMovesItsColumn()
     {

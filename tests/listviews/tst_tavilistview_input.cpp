@@ -40,7 +40,7 @@ struct Inks {
 };
 
 /// Longer than a search waits.
-void pause()
+void outwaitTheSearch()
 {
     QElapsedTimer time;
     time.start();
@@ -70,7 +70,7 @@ private Q_SLOTS:
     {
         Inks<ListProbe> inks;
         inks.key('C', "c");
-        pause();
+        outwaitTheSearch();
         inks.key('Y', "y");
         QCOMPARE(inks.list.selection(), QString("yellow"));
     }
@@ -102,7 +102,7 @@ private Q_SLOTS:
         Inks<ListProbe> inks;
         inks.key('L', "l"); // in Black, first, but none begins with it
         QCOMPARE(inks.list.selection(), QString("Black"));
-        pause();
+        outwaitTheSearch();
         inks.key('M', "m");
         QCOMPARE(inks.list.selection(), QString("Magenta"));
     }
@@ -113,7 +113,7 @@ private Q_SLOTS:
         inks.list.at(4)->setText(1, "b");
         inks.key('B', "b");
         QCOMPARE(inks.list.selection(), QString("Black"));
-        pause();
+        outwaitTheSearch();
         inks.list.setSorting(1);
         inks.key('B', "b");
         QCOMPARE(inks.list.selection(), QString("yellow"));

@@ -198,7 +198,7 @@ private Q_SLOTS:
         list.fill(3, 1);
         put("column_0", "2 1 10");
         put("column_00", "1 1 20");
-        put("column_000", "0 1 30"); // in key order the first
+        put("column_000", "0 1 30");
         list.restoreHeaderState(*registry, section);
         // Bytewise, "column_0" comes first and "column_000" last.
         QCOMPARE(list.columnTexts(), QString("A B C"));

@@ -6,6 +6,9 @@
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
+#include <QWindow>
+
+#include <utility>
 
 namespace {
 
@@ -352,14 +355,14 @@ private Q_SLOTS:
         QTest::addColumn<int>("key");
         QTest::addColumn<bool>("inverts");
         QTest::newRow("the key") << int(Qt::ControlModifier | Qt::ShiftModifier) << int(Qt::Key_I) << true;
-        QTest::newRow("on a key pad")
-            << int(Qt::ControlModifier | Qt::ShiftModifier | Qt::KeypadModifier) << int(Qt::Key_I) << true;
+        QTest::newRow("on a key pad") << int(Qt::ControlModifier | Qt::ShiftModifier | Qt::KeypadModifier)
+                                      << int(Qt::Key_I) << true;
         QTest::newRow("Control") << int(Qt::ControlModifier) << int(Qt::Key_I) << false;
         QTest::newRow("Shift") << int(Qt::ShiftModifier) << int(Qt::Key_I) << false;
         QTest::newRow("Alt too") << int(Qt::ControlModifier | Qt::ShiftModifier | Qt::AltModifier) << int(Qt::Key_I)
                                  << false;
-        QTest::newRow("Meta too") << int(Qt::ControlModifier | Qt::ShiftModifier | Qt::MetaModifier)
-                                  << int(Qt::Key_I) << false;
+        QTest::newRow("Meta too") << int(Qt::ControlModifier | Qt::ShiftModifier | Qt::MetaModifier) << int(Qt::Key_I)
+                                  << false;
         QTest::newRow("another letter") << int(Qt::ControlModifier | Qt::ShiftModifier) << int(Qt::Key_J) << false;
     }
     void otherKeysDoNotInvert()
