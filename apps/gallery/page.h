@@ -25,6 +25,7 @@ QWidget *makeSpectroBuddyPage(bool for_picture);
 QWidget *makeTaviWidgetUtilPage(bool for_picture);
 QWidget *makeTaviConfigOrderPage(bool for_picture);
 QWidget *makeTaviGridViewPage(bool for_picture);
+QWidget *makeTaviListViewPage(bool for_picture);
 QWidget *makeTaviTreeViewPage(bool for_picture);
 
 #endif

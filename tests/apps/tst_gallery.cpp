@@ -23,7 +23,7 @@ private Q_SLOTS:
         const QDir pictures(folder.path() + "/pics");
         QCOMPARE(pictures.entryList(QDir::Files, QDir::Name),
                  QStringList({"colorscheme.png", "spectrobuddy.png", "taviconfigorder.png", "tavigridview.png",
-                              "tavitreeview.png", "taviwidgetutil.png"}));
+                              "tavilistview.png", "tavitreeview.png", "taviwidgetutil.png"}));
         for (const QString &name : pictures.entryList(QDir::Files)) {
             const QImage picture(pictures.filePath(name));
             QVERIFY2(picture.width() >= 300 && picture.height() >= 100, qPrintable(name));
