@@ -342,6 +342,20 @@ private Q_SLOTS:
         QCOMPARE(selection.count(), 1);
     }
 
+    void rebuildingMeasuresTheItemsAnew()
+    {
+        ListProbe list;
+        list.addColumn("A");
+        list.addColumn("B", 60);
+        new Q3ListViewItem(&list, "a text that is wider than the heading of its column");
+        QVERIFY(list.showAndWait());
+        const int width = list.columnWidth(0);
+        QVERIFY(width > 150);
+        list.setItemVisible(1, false);
+        QTRY_COMPARE(list.columnWidth(0), width);
+        QCOMPARE(list.columnItemAtIndex(0)->width, -1);
+    }
+
     void aSlotMayClearTheListThatIsRebuilt()
     {
         RebuildProbe list;

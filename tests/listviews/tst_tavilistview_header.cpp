@@ -301,6 +301,19 @@ private Q_SLOTS:
         QTEST(list.headings(), "headings");
     }
 
+    void fromRightToLeftHeadingsMoveAsTheyAreSeen()
+    {
+        ListProbe list;
+        list.setLayoutDirection(Qt::RightToLeft);
+        list.fill(3, 1);
+        list.setItemVisible(1, false);
+        QVERIFY(list.showAndWait());
+        QVERIFY(list.header()->sectionRect(0).left() > list.header()->sectionRect(1).left());
+        list.dragHeading(0, 1, -20); // A to the left of C
+        QCOMPARE(list.headings(), QString("C A"));
+        QCOMPARE(list.columnTexts(), QString("(B) C A"));
+    }
+
     void movesOutOfRangeAreIgnored_data()
     {
         QTest::addColumn<int>("from");

@@ -259,6 +259,18 @@ private Q_SLOTS:
         QVERIFY(inks.list.at(1)->isOpen());
     }
 
+    void rightOpensFromRightToLeftToo()
+    {
+        Inks<ListProbe> inks;
+        inks.list.setLayoutDirection(Qt::RightToLeft);
+        new Q3ListViewItem(inks.list.at(0), "child");
+        inks.list.setSelected(inks.list.at(0), true);
+        inks.key(Qt::Key_Right);
+        QVERIFY(inks.list.at(0)->isOpen());
+        inks.key(Qt::Key_Left);
+        QVERIFY(!inks.list.at(0)->isOpen());
+    }
+
     void theWheelScrollsSidewaysWithShiftOrAlt_data()
     {
         QTest::addColumn<QPoint>("angle");
