@@ -297,10 +297,10 @@ public:
 public Q_SLOTS:
     /// Prints the columns to standard output.
     void debugColumnItems();
-    /// Shows the items that have @a keyword in any column, hidden ones included and without regard to case, the items
-    /// above these and, while the keyword is not empty, opens them. All others are hidden and disabled. With
-    /// @a invert, which is stored, those without the keyword count as having it. At the end the first selected row is
-    /// scrolled to. O(items).
+    /// Shows the items that have @a keyword in any column, hidden columns included and without regard to case, the
+    /// items above these and, while the keyword is not empty, opens them. All others are hidden and disabled; what is
+    /// shown is enabled, whatever it was before. With @a invert, which is stored, those without the keyword count as
+    /// having it. At the end the first selected row is scrolled to. O(items).
     ///
     /// The first keyword notes which items are open, and an empty one opens these again.
     virtual void filterItems(QString keyword, bool invert);
