@@ -6,6 +6,7 @@
 /// behind a sorting and filtering proxy, and Qt's tree widget. Every way has the same operations, so that one
 /// benchmark measures all three.
 
+#include "bench/treetexts.h"
 #include "treeviews/tavitreeitem.h"
 #include "treeviews/tavitreemodel.h"
 #include "treeviews/tavitreeproxymodel.h"
@@ -22,26 +23,6 @@
 
 namespace treestacks {
 
-constexpr int columns = 4;
-
-/// The texts of a row: a name, one of seven inks, of which one is found by the letter q, a number, a note.
-inline QString text(int row, int column)
-{
-    static const QString inks[] = {QStringLiteral("Cyan"),  QStringLiteral("Magenta"), QStringLiteral("Yellow"),
-                                   QStringLiteral("Black"), QStringLiteral("Aqua"),    QStringLiteral("Orange"),
-                                   QStringLiteral("Green")};
-    switch (column) {
-    case 0:
-        return QStringLiteral("Patch %1").arg(row * 7919 % 100003);
-    case 1:
-        return inks[row % 7] + QString::number(row % 101);
-    case 2:
-        return QString::number(row * 31 % 10007);
-    default:
-        return QStringLiteral("note %1").arg(row);
-    }
-}
-
 /// Shown, laid out and painted to the last pixel.
 inline void paint(QTreeView *view)
 {
@@ -55,12 +36,6 @@ inline void prepare(QTreeView *view)
     view->resize(800, 600);
     view->show();
     paint(view);
-}
-
-/// The header of all three.
-inline QStringList header()
-{
-    return {QStringLiteral("Name"), QStringLiteral("Ink"), QStringLiteral("Number"), QStringLiteral("Note")};
 }
 
 /// Orders by the number in column 2.

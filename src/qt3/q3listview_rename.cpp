@@ -28,10 +28,12 @@ void Q3ListViewItem::okRename(int col)
     Q3ListViewPrivate *d = Q3ListViewPrivate::of(view);
     if (d->renamed != this || !d->editor)
         return;
-    const QString text = d->closeEditor();
     const Q3ListViewItemGuard self(this);
     const QPointer<Q3ListView> alive(view);
-    setText(col, text);
+    // The focus comes back to the view, which tells of the item that becomes current.
+    const QString text = d->closeEditor();
+    if (self && alive)
+        setText(col, text);
     if (self && alive)
         Q_EMIT view->itemRenamed(this, col);
     if (self && alive)

@@ -77,6 +77,9 @@ public:
         QTest::mouseRelease(viewport(), Qt::LeftButton, modifiers, at);
     }
 
+    /// Sends an event of a drag past the application, which would want a real drag to go on.
+    bool sendToViewport(QEvent *event) { return viewportEvent(event); }
+
     /// The selected rows, by the numbers in their second column.
     QString selection()
     {
