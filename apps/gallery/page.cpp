@@ -19,6 +19,9 @@ QVector<Page> galleryPages()
          "Columns that come, go and move by menu, dialog, mouse and keys, and the kinds of cells of an item "
          "delegate.",
          makeTaviHeaderViewPage},
+        {"tavilistview", "TaviListView",
+         "The classic list: columns that the user shows, hides and orders by the menu of the header, and a filter.",
+         makeTaviListViewPage},
         {"tavitreeview", "TaviTreeView",
          "A tree that is sorted, ticked and filtered as one types: a characterisation set by the number of inks.",
          makeTaviTreeViewPage},

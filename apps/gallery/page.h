@@ -26,6 +26,7 @@ QWidget *makeTaviWidgetUtilPage(bool for_picture);
 QWidget *makeTaviConfigOrderPage(bool for_picture);
 QWidget *makeTaviGridViewPage(bool for_picture);
 QWidget *makeTaviHeaderViewPage(bool for_picture);
+QWidget *makeTaviListViewPage(bool for_picture);
 QWidget *makeTaviTreeViewPage(bool for_picture);
 QWidget *makeTaviTreeViewRenamePage(bool for_picture);
 

@@ -53,7 +53,7 @@ void Q3ListView::setColumnText(int column, const QIcon &icon, const QString &lab
 void Q3ListViewPrivate::headingChanged(int column)
 {
     if (q->columnWidthMode(column) == Q3ListView::Maximum && header->has(column))
-        q->setColumnWidth(column, std::max(q->columnWidth(column), headingWidth(column)));
+        q->Q3ListView::setColumnWidth(column, std::max(q->columnWidth(column), headingWidth(column)));
     q->triggerUpdate();
 }
 
@@ -150,7 +150,7 @@ void Q3ListViewPrivate::measureColumns()
                 width = std::max(width, wantedWidth(*this, item, column));
         }
         if (width > q->columnWidth(column))
-            q->setColumnWidth(column, width);
+            q->Q3ListView::setColumnWidth(column, width); // not what the user or the application wants
     }
 }
 

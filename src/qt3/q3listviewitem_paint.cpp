@@ -96,7 +96,7 @@ void Q3ListViewItem::widthChanged(int c) const
         const int indent = column == 0 ? d->indentation(this) : 0;
         const int wanted = width(view->fontMetrics(), view, column) + indent;
         if (wanted > view->columnWidth(column))
-            view->setColumnWidth(column, wanted);
+            view->Q3ListView::setColumnWidth(column, wanted); // not what the user or the application wants
     }
 }
 

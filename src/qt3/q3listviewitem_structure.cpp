@@ -126,6 +126,9 @@ void Q3ListViewItem::insertItem(Q3ListViewItem *newChild)
 {
     if (!newChild || newChild->parent_ || newChild == this || isInside(newChild))
         return;
+    // Columns, font or style may be others than where it comes from.
+    for (Q3ListViewItem *item = newChild; item; item = Q3ListViewRows::next(item))
+        item->setFlag(SetUp, false);
     Q3ListViewRows::link(this, newChild, nullptr);
     if (Q3ListView *view = listView())
         view->triggerUpdate();

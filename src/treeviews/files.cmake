@@ -16,6 +16,8 @@ list(APPEND TAVIWIDGETS_FORMS
     treeviews/taviconfigorder_ui.ui
     treeviews/tavilistviewrename_ui.ui)
 list(APPEND TAVIWIDGETS_SOURCES
+    treeviews/columnmenu.cpp
+    treeviews/columnmenu_p.h
     treeviews/configorderitem.cpp
     treeviews/configordermodel.cpp
     treeviews/configorderrows.cpp
@@ -33,6 +35,8 @@ list(APPEND TAVIWIDGETS_SOURCES
     treeviews/renamesettings_p.h
     treeviews/renamewalk.cpp
     treeviews/renamewalk_p.h
+    treeviews/searchwindow.cpp
+    treeviews/searchwindow_p.h
     treeviews/statusline.cpp
     treeviews/statusline_p.h
     treeviews/taviconfigorder.cpp
@@ -71,4 +75,8 @@ list(APPEND TAVIWIDGETS_SOURCES
     treeviews/tavitreeviewfilterfloater.cpp
     treeviews/tavitreeviewrenamedlg.cpp
     treeviews/treerows.cpp
-    treeviews/treerows_p.h)
+    treeviews/treerows_p.h
+    treeviews/viewframe.cpp
+    treeviews/viewframe_p.h
+    treeviews/viewkeys.cpp
+    treeviews/viewkeys_p.h)

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "treeviews/columnmenu_p.h"
 #include "treeviews/taviheaderview.h"
 
 #include <QAbstractItemModel>
@@ -12,18 +13,10 @@ void TaviHeaderView::headerMenu(QPoint)
     if (!menu_enabled)
         return;
     const QPointer<QMenu> menu = new QMenu(this);
-    // By name, so that a subclass with such a slot of its own is asked.
-    QAction *configure =
-        menu->addAction(tr("Configure Headers") + QLatin1String("..."), this, SLOT(configureHeaders()));
-    configure->setData(-1);
-    menu->addSeparator();
+    addConfigureEntry(menu, tr("Configure Headers"), this, SLOT(configureHeaders()));
     for (int section = 0; section < count(); ++section) {
-        // A title may have an ampersand, which in a menu would mark the key of an entry.
         const QString title = model()->headerData(section, Qt::Horizontal, Qt::DisplayRole).toString();
-        QAction *toggle = menu->addAction(QString(title).replace(QLatin1Char('&'), QLatin1String("&&")));
-        toggle->setData(section);
-        toggle->setCheckable(true);
-        toggle->setChecked(!isSectionHidden(section));
+        addColumnEntry(menu, QIcon(), title, section, !isSectionHidden(section));
     }
     const QAction *chosen = menu->exec(QCursor::pos());
     // Whatever ran while the menu was open, the dialog among others, may have taken the header away, and the menu

@@ -7,8 +7,8 @@
 #include "treeviews/tavitreemodel.h"
 #include "treeviews/tavitreeproxymodel.h"
 #include "treeviews/tavitreeviewfilterfloater.h"
+#include "treeviews/viewframe_p.h"
 
-#include <QGridLayout>
 #include <QLineEdit>
 #include <QPalette>
 
@@ -24,13 +24,7 @@ TaviTreeView::TaviTreeView(QWidget *parent) : QTreeView(parent)
     setUp();
     setItemDelegate(new TaviTreeItemDelegate(this));
 
-    // Only these roles: all others follow the application's palette, be it light or dark.
-    QPalette colours;
-    colours.setColor(QPalette::All, QPalette::Highlight, QColor(0xBF, 0xD8, 0xFA));
-    colours.setColor(QPalette::All, QPalette::HighlightedText, Qt::black);
-    colours.setColor(QPalette::Disabled, QPalette::Text, Qt::gray);
-    colours.setColor(QPalette::Disabled, QPalette::HighlightedText, Qt::gray);
-    setPalette(colours);
+    setPalette(viewPalette());
 
     setHeader(new TaviHeaderView(Qt::Horizontal, this));
     proxy_model = new TaviTreeProxyModel(this);
@@ -78,17 +72,9 @@ QWidget *TaviTreeView::widget()
         return container;
     container = new QWidget(qobject_cast<QWidget *>(parent()));
     container->setObjectName(QStringLiteral("tavitreeview_container"));
-    auto *layout = new QGridLayout(container);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->setSpacing(0);
-    layout->addWidget(this, 0, 0); // which makes the container the parent
     status_bar = new StatusLine(container);
-    status_bar->setSizeGripEnabled(false);
     //: What a screen reader calls the line below a list, which tells how many rows there are.
-    status_bar->setAccessibleName(tr("Status"));
-    layout->addWidget(status_bar, 1, 0);
-    layout->setRowStretch(0, 1);
-    layout->setRowStretch(1, 0);
+    putAboveStatusBar(container, this, status_bar, tr("Status"));
     return container;
 }
 

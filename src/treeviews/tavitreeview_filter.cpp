@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
 // Filtering, the search window and the status line.
+#include "treeviews/searchwindow_p.h"
 #include "treeviews/tavitreeitem.h"
 #include "treeviews/tavitreemodel.h"
 #include "treeviews/tavitreeproxymodel.h"
@@ -34,14 +35,7 @@ void TaviTreeView::showFilterFloater()
         connect(filter_floater, SIGNAL(closing()), this, SLOT(stopFiltering()));
     }
 
-    const QPoint corner = viewport()->mapToGlobal(viewport()->pos());
-    const QSize hint = filter_floater->sizeHint();
-    filter_floater->move(corner.x() + (viewport()->width() - hint.width()) / 2,
-                         corner.y() + (viewport()->height() - hint.height()) / 2);
-    filter_floater->show();
-    filter_floater->raise();
-    filter_floater->activateWindow();
-    filter_floater->lineEdit()->setFocus(Qt::OtherFocusReason);
+    showSearchWindow(filter_floater, filter_floater->lineEdit(), viewport());
     startFiltering();
 }
 

@@ -3,6 +3,7 @@
 // Keys, mouse and drags.
 #include "treeviews/tavitreeproxymodel.h"
 #include "treeviews/tavitreeview.h"
+#include "treeviews/viewkeys_p.h"
 
 #include <QContextMenuEvent>
 #include <QDragEnterEvent>
@@ -11,42 +12,6 @@
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QMouseEvent>
-
-namespace {
-
-constexpr qint64 search_pause = 400; // milliseconds after which a search starts anew
-
-bool isPrintable(const QString &text)
-{
-    return !text.isEmpty() && text.at(0).isPrint();
-}
-
-/// The keys that every item view knows, whatever text they bring along.
-bool isViewKey(int key)
-{
-    switch (key) {
-    case Qt::Key_Backspace:
-    case Qt::Key_Return:
-    case Qt::Key_Enter:
-    case Qt::Key_Delete:
-    case Qt::Key_Down:
-    case Qt::Key_PageUp:
-    case Qt::Key_PageDown:
-    case Qt::Key_Up:
-    case Qt::Key_Home:
-    case Qt::Key_End:
-    case Qt::Key_Plus:
-    case Qt::Key_Minus:
-    case Qt::Key_Space:
-    case Qt::Key_Escape:
-    case Qt::Key_F2:
-        return true;
-    default:
-        return false;
-    }
-}
-
-} // namespace
 
 void TaviTreeView::keyPressEvent(QKeyEvent *event)
 {
@@ -59,12 +24,10 @@ void TaviTreeView::keyPressEvent(QKeyEvent *event)
     }
     search_time.start();
 
-    const Qt::KeyboardModifiers modifiers = event->modifiers();
     const QPointer<TaviTreeView> self(this);
-    if (event->key() == Qt::Key_Question && (modifiers & Qt::ShiftModifier)
-        && !(modifiers & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier)))
+    if (opensSearchWindow(event))
         showFilterFloater();
-    if (event->key() == Qt::Key_Escape && modifiers == Qt::NoModifier)
+    if (closesSearchWindow(event))
         closeFilterFloater();
     if (!self)
         return;
