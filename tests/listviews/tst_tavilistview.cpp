@@ -4,6 +4,7 @@
 #include "tests/support/tavitest.h"
 
 #include <QGridLayout>
+#include <QScopeGuard>
 #include <QStackedWidget>
 #include <QTemporaryFile>
 
@@ -159,8 +160,8 @@ private Q_SLOTS:
         dark.setColor(QPalette::All, QPalette::Base, QColor(30, 30, 30));
         QApplication::setPalette(dark);
         QCoreApplication::processEvents();
-        const QPalette now = list.palette();
-        QApplication::setPalette(before);
+        const auto restore = qScopeGuard([&] { QApplication::setPalette(before); });
+        const QPalette &now = list.palette();
         QCOMPARE(now.color(QPalette::Active, QPalette::Base), QColor(30, 30, 30));
         QCOMPARE(now.color(QPalette::Active, QPalette::Text), QColor(Qt::white));
         QCOMPARE(now.color(QPalette::Active, QPalette::Highlight), QColor(191, 216, 250));
