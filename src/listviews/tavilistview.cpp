@@ -90,7 +90,7 @@ void TaviListView::clear()
 bool TaviListView::event(QEvent *event)
 {
     if (event->type() == QEvent::ApplicationPaletteChange)
-        setPalette(viewPalette());
+        followApplicationPalette(this);
     return Q3ListView::event(event);
 }
 

@@ -9,6 +9,7 @@
 #include "treeviews/tavitreeviewfilterfloater.h"
 #include "treeviews/viewframe_p.h"
 
+#include <QEvent>
 #include <QLineEdit>
 #include <QPalette>
 
@@ -48,6 +49,13 @@ TaviTreeView::~TaviTreeView()
         filter_floater->view = nullptr;
         filter_floater->setParent(nullptr);
     }
+}
+
+bool TaviTreeView::event(QEvent *event)
+{
+    if (event->type() == QEvent::ApplicationPaletteChange)
+        followApplicationPalette(this);
+    return QTreeView::event(event);
 }
 
 void TaviTreeView::setUp()

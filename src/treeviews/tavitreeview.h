@@ -311,6 +311,8 @@ public:
     void doItemsLayout() override;
 
 protected:
+    /// Keeps up with the application's palette.
+    bool event(QEvent *event) override;
     /// Emits doubleClicked() after what the base class does.
     void mouseDoubleClickEvent(QMouseEvent *event) override;
     /// Searches as one types, opens and closes rows and the search window; see the class description.

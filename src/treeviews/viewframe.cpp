@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "treeviews/viewframe_p.h"
 
+#include <QApplication>
 #include <QGridLayout>
 #include <QPalette>
 #include <QStatusBar>
@@ -14,6 +15,17 @@ QPalette viewPalette()
     colours.setColor(QPalette::Disabled, QPalette::Text, Qt::gray);
     colours.setColor(QPalette::Disabled, QPalette::HighlightedText, Qt::gray);
     return colours;
+}
+
+void followApplicationPalette(QWidget *view)
+{
+    // A palette marks a role as set for all groups at once: with the grey of disabled texts the view has taken over
+    // the colour of all others.
+    QPalette colours = view->palette();
+    const QPalette of_application = QApplication::palette();
+    for (const QPalette::ColorGroup group : {QPalette::Active, QPalette::Inactive})
+        colours.setColor(group, QPalette::Text, of_application.color(group, QPalette::Text));
+    view->setPalette(colours);
 }
 
 void putAboveStatusBar(QWidget *container, QWidget *view, QStatusBar *status_bar, const QString &status_bar_name)

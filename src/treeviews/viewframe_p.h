@@ -14,6 +14,10 @@ class QWidget;
 /// application's palette as it is now.
 QPalette viewPalette();
 
+/// For a view that got viewPalette() and hears that the application's palette has changed: the text colour follows,
+/// and what the application has set on the view itself stays.
+void followApplicationPalette(QWidget *view);
+
 /// Puts a view into @a container, above a status line, to which it gives a name for screen readers.
 void putAboveStatusBar(QWidget *container, QWidget *view, QStatusBar *status_bar, const QString &status_bar_name);
 

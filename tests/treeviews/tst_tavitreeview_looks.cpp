@@ -109,6 +109,22 @@ private Q_SLOTS:
         QCOMPARE(interface->role(), QAccessible::Tree);
     }
 
+    void aPaletteThatTurnsDarkIsFollowed()
+    {
+        TaviTreeView view;
+        QPalette own = view.palette();
+        own.setColor(QPalette::All, QPalette::Link, Qt::red);
+        view.setPalette(own);
+        QApplication::setPalette(darkPalette());
+        QCoreApplication::processEvents();
+        for (const QPalette::ColorGroup group : {QPalette::Active, QPalette::Inactive})
+            QCOMPARE(view.palette().color(group, QPalette::Text), QColor(Qt::white));
+        QCOMPARE(view.palette().color(QPalette::Active, QPalette::Base), QColor(32, 32, 32));
+        QCOMPARE(view.palette().color(QPalette::Disabled, QPalette::Text), QColor(Qt::gray));
+        QCOMPARE(view.palette().color(QPalette::Active, QPalette::Highlight), QColor(0xBF, 0xD8, 0xFA));
+        QCOMPARE(view.palette().color(QPalette::Active, QPalette::Link), QColor(Qt::red));
+    }
+
     void anApplicationsNameStays()
     {
         TaviTreeView view;
