@@ -173,6 +173,11 @@ void TaviTreeProxyModel::layTripwire()
 {
     if (rows != Rows::Straight || tripwire_lies || !straight_source || straight_source->rowCount() == 0)
         return;
+    {
+        // A table that was made while there were no rows has none to ask for. No index is kept then.
+        const QSignalBlocker silence(this);
+        invalidate();
+    }
     QSortFilterProxyModel::rowCount(); // makes the table
     tripwire_lies = true;
 }

@@ -150,6 +150,7 @@ private Q_SLOTS:
     void expressionThroughTheBaseClassIsToldByTheEventLoop();
     void expressionThroughTheBaseClassHoldsForWhatComes_data();
     void expressionThroughTheBaseClassHoldsForWhatComes();
+    void expressionThroughTheBaseClassAfterOneThatFoundNoRows();
     void otherSettingsThroughTheBaseClassChangeNothing();
     void anUnknownBaseClassIsLeftAlone();
     void headerGoesThrough();
@@ -675,6 +676,21 @@ void TestTaviTreeProxyModel::expressionThroughTheBaseClassIsToldByTheEventLoop()
     QCOMPARE(told_other.take(), QString());
     QCOMPARE(other.rowCount(), 3);
     QCOMPARE(other.index(0, 0).internalPointer(), static_cast<void *>(b));
+}
+
+void TestTaviTreeProxyModel::expressionThroughTheBaseClassAfterOneThatFoundNoRows()
+{
+    TaviTreeModel source({"text"});
+    TaviTreeProxyModel straight;
+    straight.setSourceModel(&source);
+    QSortFilterProxyModel *const base = &straight;
+    base->setFilterRegExp(QRegExp("cyan"));
+    base->setFilterRegExp(QRegExp());
+    source.appendItem(newItem("cyan"));
+    source.appendItem(newItem("black"));
+    QCOMPARE(straight.rowCount(), 2);
+    base->setFilterRegExp(QRegExp("cyan"));
+    QCOMPARE(straight.rowCount(), 1);
 }
 
 void TestTaviTreeProxyModel::expressionThroughTheBaseClassHoldsForWhatComes_data()
