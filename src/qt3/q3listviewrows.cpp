@@ -210,28 +210,19 @@ Q3ListViewItem *Q3ListViewRows::itemAt(Q3ListViewItem *root, int y)
 
 Q3ListViewItem *Q3ListViewRows::shownFrom(Q3ListViewItem *item)
 {
-    constexpr int steps = 8;
-    for (int i = 0; item && i < steps; ++i, item = item->next_) {
-        if (item->isShown())
-            return item;
-    }
-    if (!item)
-        return nullptr;
-    const Q3ListViewChildren &children = *item->parent_->children_;
-    const Q3ListView *view = item->listView();
-    if (children.indexed && view && Q3ListViewPrivate::of(view)->pending.empty()) {
-        int y = Q3ListViewTree::offset(item);
-        return Q3ListViewTree::find(children, y);
-    }
-    while (item && !item->isShown())
-        item = item->next_;
-    return item;
+    return nearestShown(item, true);
 }
 
 Q3ListViewItem *Q3ListViewRows::shownUpTo(Q3ListViewItem *item)
 {
-    constexpr int steps = 8;
-    for (int i = 0; item && i < steps; ++i, item = item->previous_) {
+    return nearestShown(item, false);
+}
+
+Q3ListViewItem *Q3ListViewRows::nearestShown(Q3ListViewItem *item, bool downwards)
+{
+    const auto step = downwards ? &Q3ListViewItem::next_ : &Q3ListViewItem::previous_;
+    constexpr int steps = 8; // the nearest is mostly near: only then the index
+    for (int i = 0; item && i < steps; ++i, item = item->*step) {
         if (item->isShown())
             return item;
     }
@@ -240,11 +231,11 @@ Q3ListViewItem *Q3ListViewRows::shownUpTo(Q3ListViewItem *item)
     const Q3ListViewChildren &children = *item->parent_->children_;
     const Q3ListView *view = item->listView();
     if (children.indexed && view && Q3ListViewPrivate::of(view)->pending.empty()) {
-        int y = Q3ListViewTree::offset(item) + item->total_ - 1;
+        int y = Q3ListViewTree::offset(item) + (downwards ? 0 : item->total_ - 1);
         return Q3ListViewTree::find(children, y);
     }
     while (item && !item->isShown())
-        item = item->previous_;
+        item = item->*step;
     return item;
 }
 

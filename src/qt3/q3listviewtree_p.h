@@ -84,6 +84,8 @@ public:
     static Q3ListViewItem *shownFrom(Q3ListViewItem *item);
     /// The last of the siblings up to @a item that is shown, or null.
     static Q3ListViewItem *shownUpTo(Q3ListViewItem *item);
+    /// Either of the two.
+    static Q3ListViewItem *nearestShown(Q3ListViewItem *item, bool downwards);
     /// The lowest row of an item and all that is shown below it.
     static Q3ListViewItem *lowest(Q3ListViewItem *item);
     /// Puts the children in order if the view wants one and they are not.
