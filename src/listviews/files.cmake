@@ -1,7 +1,8 @@
 # SPDX-License-Identifier: MIT
 list(APPEND TAVIWIDGETS_HEADERS
     listviews/tavilistview.h
-    listviews/tavilistviewbuddies.h)
+    listviews/tavilistviewbuddies.h
+    listviews/tavilistviewrenamedlg.h)
 list(APPEND TAVIWIDGETS_SOURCES
     listviews/filterfloater.cpp
     listviews/listheaderstate.cpp
@@ -12,8 +13,10 @@ list(APPEND TAVIWIDGETS_SOURCES
     listviews/tavilistview_filter.cpp
     listviews/tavilistview_header.cpp
     listviews/tavilistview_input.cpp
+    listviews/tavilistview_rename.cpp
     listviews/tavilistview_selection.cpp
     listviews/tavilistview_state.cpp
     listviews/tavilistview_swap.cpp
     listviews/tavilistviewfilterbuddy.cpp
+    listviews/tavilistviewrenamedlg.cpp
     listviews/tavilistviewsignalbuddy.cpp)

@@ -42,4 +42,19 @@ void forEachBranch(Q3ListView *list, Act act)
     }
 }
 
+/// Selects an item and no other, and scrolls to it. A slot of each step may delete the item, or the view.
+inline void selectAlone(Q3ListView *list, Q3ListViewItem *item)
+{
+    const QPointer<Q3ListView> view(list);
+    const Q3ListViewItemIterator place(item);
+    const auto still_there = [&] {
+        return view && place.current() == item;
+    };
+    view->clearSelection();
+    if (still_there())
+        view->setSelected(item, true);
+    if (still_there())
+        view->ensureItemVisible(item);
+}
+
 #endif

@@ -165,19 +165,6 @@ void TaviListView::updateStatusBar()
     updateStatusBar(0);
 }
 
-void TaviListView::dismissRenameDialog()
-{
-    // It may be in the middle of telling that it closes.
-    if (rename_dialog)
-        rename_dialog->deleteLater();
-    rename_dialog = nullptr;
-}
-
-void TaviListView::fireItemsRenamed(int modified_count)
-{
-    Q_EMIT itemsRenamed(modified_count);
-}
-
 void TaviListView::debugColumnItems()
 {
     std::printf("TaviListView::debugColumnItems()---columns:%d---items:%d\n", columns(), column_items.size());

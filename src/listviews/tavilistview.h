@@ -291,8 +291,17 @@ public:
     void setSelectedOpen(bool open);
     /// @}
 
+    /// @name Renaming
+    /// @{
+
+    /// Opens the dialog that finds and renames in the column with the id @a column_id, TaviListViewRenameDLG; its
+    /// settings lie in @a section of @a registry, which must outlive it. One that is still open goes at once, and its
+    /// settings are not kept. From a window that is modal the dialog is modal, too, and this returns when it is
+    /// closed. The dialog goes with the view.
+    void renameItems(int column_id, TaviRegistry &registry, std::string &section);
     /// Emits itemsRenamed(int).
     void fireItemsRenamed(int modified_count);
+    /// @}
 
 public Q_SLOTS:
     /// Prints the columns to standard output.
@@ -312,7 +321,7 @@ public Q_SLOTS:
     bool filterItem(Q3ListViewItem *item, bool invert, bool parent_is_hit);
     /// The same.
     bool filterItem(Q3ListViewItem *item);
-    /// Deletes the rename dialog.
+    /// Closes the rename dialog and deletes it later.
     void dismissRenameDialog();
     /// Shows getStatusString() in the status line for @a ms milliseconds; 0 for until it is replaced. O(rows);
     /// nothing without a status line.
@@ -327,7 +336,7 @@ Q_SIGNALS:
     void filterApplied();
     /// For subclasses: the columns are as they were made at first.
     void defaultHeadersChanged();
-    /// Items were renamed.
+    /// The rename dialog has changed texts: those of @a modified_count items.
     void itemsRenamed(int modified_count);
     /// For subclasses: items were renamed.
     void itemsRenamed();

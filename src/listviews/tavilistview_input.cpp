@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
 // Keys and wheel.
+#include "listviews/listviewwalk_p.h"
 #include "listviews/tavilistview.h"
 #include "treeviews/viewkeys_p.h"
 
@@ -48,19 +49,12 @@ void TaviListView::searchAhead()
     }
     if (!hit)
         return;
-    // A slot of each step may delete the item, or the view.
+    // A slot may delete the item, or the view.
     const QPointer<TaviListView> self(this);
     const Q3ListViewItemIterator place(hit);
-    const auto still_there = [&] {
-        return self && place.current() == hit;
-    };
     setCurrentItem(hit);
-    if (still_there())
-        clearSelection();
-    if (still_there())
-        setSelected(hit, true);
-    if (still_there())
-        ensureItemVisible(hit);
+    if (self && place.current() == hit)
+        selectAlone(this, hit);
 }
 
 void TaviListView::contentsWheelEvent(QWheelEvent *event)

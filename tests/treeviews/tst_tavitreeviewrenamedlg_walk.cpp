@@ -1,128 +1,43 @@
 // SPDX-License-Identifier: MIT
-#include "tests/support/tavitest.h"
 #include "tests/treeviews/renamefixture.h"
+#include "tests/treeviews/renamewalktest.h"
 
 #include <algorithm>
 
-/// The rename dialog changing the rows of a view.
-class TestTaviTreeViewRenameDlgWalk : public TaviTest
+/// The tree's rename dialog changing the rows of a view.
+class TestTaviTreeViewRenameDlgWalk : public RenameWalkTest
 {
     Q_OBJECT
 
+protected:
+    std::unique_ptr<RenameRows> makeRows(const QStringList &texts) override
+    {
+        return std::make_unique<RenameTree>(texts);
+    }
+
 private Q_SLOTS:
-    void renaming_data()
+    void eachChangeIsTold_data()
     {
-        QTest::addColumn<QString>("slot");
         QTest::addColumn<int>("method");
-        QTest::addColumn<QVector<int>>("selected");
         QTest::addColumn<QString>("op");
-        QTest::addColumn<QString>("with");
-        QTest::addColumn<QString>("texts");
-        QTest::addColumn<int>("changed");
-        QTest::addColumn<QString>("result");
-        const auto row = [](const char *name, const char *slot, int method, const QVector<int> &selected,
-                            const char *op, const char *with, const char *texts, int changed, const char *result) {
-            QTest::newRow(name) << slot << method << selected << op << with << texts << changed << result;
-        };
-        const char *const all = "applyToAll", *const selected = "applyToSelected", *const current = "applyToCurrent";
-        const char *const same = "cyan 40|magenta 40|yellow 70|black 40";
-        row("all found", all, 0, {}, "40", "50", "cyan 50|magenta 50|yellow 70|black 50", 3, "Found 3 items");
-        row("one found", all, 0, {}, "yellow", "gelb", "cyan 40|magenta 40|gelb 70|black 40", 1, "Found 1 item");
-        row("none found", all, 0, {}, "green", "gelb", same, 0, "Not Found");
-        row("empty", all, 0, {}, "", "gelb", same, 0, "Not Found");
-        row("all, selection is of no account", all, 0, {2}, "40", "50", "cyan 50|magenta 50|yellow 70|black 50", 3,
-            "Found 3 items");
-        row("by the same text counts", all, 0, {}, "40", "40", same, 3, "Found 3 items");
-        row("prefix", all, 1, {}, "new ", "unused", "new cyan 40|new magenta 40|new yellow 70|new black 40", 4, "");
-        row("empty prefix", all, 1, {}, "", "", same, 0, "");
-        row("append", all, 2, {}, "!", "unused", "cyan 40!|magenta 40!|yellow 70!|black 40!", 4, "");
-        row("selected", selected, 0, {0, 2}, "0", "1", "cyan 41|magenta 40|yellow 71|black 40", 2, "Found 2 items");
-        row("selected, none found", selected, 0, {2}, "40", "50", same, 0, "Not Found");
-        row("none selected", selected, 0, {}, "40", "50", same, 0, "Not Found");
-        row("selected, append", selected, 2, {1, 3}, "!", "", "cyan 40|magenta 40!|yellow 70|black 40!", 2, "");
-        row("current", current, 0, {1, 3}, "40", "50", "cyan 40|magenta 50|yellow 70|black 40", 1, "Found 1 item");
-        row("current without a hit goes no further", current, 0, {2, 3}, "40", "50", same, 0, "Not Found");
-        row("current, prefix", current, 1, {1, 2, 3}, "x", "", "cyan 40|xmagenta 40|yellow 70|black 40", 1, "");
-        row("no current", current, 1, {}, "x", "", same, 0, "");
+        QTest::addColumn<int>("changes");
+        QTest::newRow("find") << 0 << "40" << 3;
+        QTest::newRow("find what isn't there") << 0 << "green" << 0;
+        QTest::newRow("prefix") << 1 << "new " << 4;
+        QTest::newRow("append") << 2 << "!" << 4;
+        QTest::newRow("nothing") << 2 << "" << 0;
     }
-    void renaming()
+    void eachChangeIsTold()
     {
-        QFETCH(const QString, slot);
         QFETCH(const int, method);
-        QFETCH(const QVector<int>, selected);
         QFETCH(const QString, op);
-        QFETCH(const QString, with);
-        QFETCH(const QString, texts);
-        QFETCH(const int, changed);
-        QFETCH(const QString, result);
+        QFETCH(const int, changes);
         RenameTree tree;
-        tree.selectRows(selected);
         RenameDialog dialog(tree);
-        dialog.choose(method, op, with);
-        QSignalSpy renamed(&tree.view, SIGNAL(itemsRenamed(int)));
+        dialog.choose(method, op, "50");
         QSignalSpy data(tree.view.model(), &QAbstractItemModel::dataChanged);
-        QCOMPARE(dialog.apply(slot.toLatin1().constData()), changed);
-        QCOMPARE(tree.texts(), texts);
-        QCOMPARE(tree.texts(1),
-                 QString("remark of cyan 40|remark of magenta 40|remark of yellow 70|remark of black 40"));
-        QCOMPARE(dialog.result(), result);
-        QCOMPARE(renamed.count(), 1);
-        QCOMPARE(renamed.at(0).at(0).toInt(), changed);
-        QCOMPARE(data.count(), tree.texts() == "cyan 40|magenta 40|yellow 70|black 40" ? 0 : changed);
-        QCOMPARE(tree.view.selectedRows().size(), selected.size());
-    }
-
-    void theButtonsRename_data()
-    {
-        QTest::addColumn<int>("which");
-        QTest::addColumn<QString>("texts");
-        QTest::newRow("all") << 0 << "xa|xb|xc";
-        QTest::newRow("selected") << 1 << "a|xb|xc";
-        QTest::newRow("current") << 2 << "a|xb|c";
-    }
-    void theButtonsRename()
-    {
-        QFETCH(const int, which);
-        QFETCH(const QString, texts);
-        RenameTree tree({"a", "b", "c"});
-        tree.selectRows({1, 2});
-        RenameDialog dialog(tree);
-        dialog.choose(1, "x");
-        QPushButton *const buttons[] = {dialog.window.apply_all_button, dialog.window.apply_selected_button,
-                                        dialog.window.apply_current_button};
-        QTest::mouseClick(buttons[which], Qt::LeftButton);
-        QCOMPARE(tree.texts(), texts);
-    }
-
-    void aMethodThatDoesNotExistRenamesNothing()
-    {
-        RenameTree tree;
-        RenameDialog dialog(tree);
-        dialog.window.op_combo->addItem("Turn over");
-        dialog.choose(3, "40", "50");
-        QSignalSpy renamed(&tree.view, SIGNAL(itemsRenamed(int)));
-        QCOMPARE(dialog.apply("applyToAll"), 0);
-        dialog.window.op_combo->setCurrentIndex(-1);
-        QCOMPARE(dialog.apply("applyToAll"), 0);
-        QCOMPARE(renamed.count(), 0);
-        QCOMPARE(dialog.result(), QString());
-    }
-
-    void rowsThatCannotBeEditedAreLeftOut()
-    {
-        RenameTree tree({"a", "a", "a"});
-        tree.model.itemAt(0)->setEditable(0, false);
-        tree.model.itemAt(0)->setEditable(1, true);
-        RenameDialog dialog(tree);
-        dialog.choose(0, "a", "b");
-        QCOMPARE(dialog.apply("applyToAll"), 2);
-        QCOMPARE(tree.texts(), QString("a|b|b"));
-        QCOMPARE(dialog.result(), QString("Found 2 items"));
-        // Nor do they end the walk for the current one.
-        dialog.choose(1, "x");
-        tree.selectRows({0, 1, 2});
-        QCOMPARE(dialog.apply("applyToCurrent"), 1);
-        QCOMPARE(tree.texts(), QString("a|xb|b"));
+        QCOMPARE(dialog.apply("applyToAll"), changes);
+        QCOMPARE(data.count(), changes);
     }
 
     // What is selected is what the selection model says: not a row that can't be any more.
