@@ -27,6 +27,7 @@ QWidget *makeTaviConfigOrderPage(bool for_picture);
 QWidget *makeTaviGridViewPage(bool for_picture);
 QWidget *makeTaviHeaderViewPage(bool for_picture);
 QWidget *makeTaviListViewPage(bool for_picture);
+QWidget *makeTaviListViewRenamePage(bool for_picture);
 QWidget *makeTaviTreeViewPage(bool for_picture);
 QWidget *makeTaviTreeViewRenamePage(bool for_picture);
 

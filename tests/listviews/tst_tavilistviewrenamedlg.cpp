@@ -30,8 +30,8 @@ private Q_SLOTS:
     void theTitleNamesTheColumnWithTheId()
     {
         RenameList list;
-        list.view.header()->moveSection(0, 1);
-        list.view.rebuildHeaders();
+        QVERIFY(list.view.showAndWait());
+        list.view.dragHeading(0, 1, 20);
         QCOMPARE(list.view.headings(), QString("Remark Ink"));
         QCOMPARE(ListRenameDialog(list, 0).window.windowTitle(), QString("Rename or Find (Ink)"));
         list.view.setItemVisible(1, false);
@@ -68,8 +68,7 @@ private Q_SLOTS:
         QVERIFY(isVisibleWindow(&dialog.window));
         QTimer::singleShot(0, &list.view, &QWidget::close);
         QTimer::singleShot(10000, &dialog.window, [] { QCoreApplication::exit(1); });
-        QCOMPARE(QCoreApplication::exec(), 0);
-        QVERIFY(dialog.window.isVisible());
+        QCOMPARE(QCoreApplication::exec(), 0); // which ends the program
     }
 };
 
