@@ -57,7 +57,7 @@ public:
                 }
                 again = !waiting_.empty();
                 const Q3ListViewItemIterator place(item);
-                if (!rename(item) || !view_)
+                if (!rename(item))
                     return;
                 item = place.current() == item ? item->nextSibling() : topLevel(place.current());
             }

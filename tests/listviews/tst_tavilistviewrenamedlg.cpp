@@ -30,7 +30,7 @@ private Q_SLOTS:
     void theTitleNamesTheColumnWithTheId()
     {
         RenameList list;
-        QVERIFY(list.view.showAndWait());
+        QVERIFY(isVisibleWindow(&list.view));
         list.view.dragHeading(0, 1, 20);
         QCOMPARE(list.view.headings(), QString("Remark Ink"));
         QCOMPARE(ListRenameDialog(list, 0).window.windowTitle(), QString("Rename or Find (Ink)"));
@@ -63,7 +63,7 @@ private Q_SLOTS:
     void theApplicationEndsWithItsLastWindowAllTheSame()
     {
         RenameList list;
-        QVERIFY(list.view.showAndWait());
+        QVERIFY(isVisibleWindow(&list.view));
         ListRenameDialog dialog(list);
         QVERIFY(isVisibleWindow(&dialog.window));
         QTimer::singleShot(0, &list.view, &QWidget::close);

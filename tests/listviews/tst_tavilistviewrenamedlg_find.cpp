@@ -166,7 +166,7 @@ private Q_SLOTS:
         QFETCH(const int, mode);
         RenameList list(numberedInks(200));
         list.view.setSelectionMode(Q3ListView::SelectionMode(mode));
-        QVERIFY(list.view.showAndWait());
+        QVERIFY(isVisibleWindow(&list.view));
         list.selectRows({1, 2, 3});
         ListRenameDialog dialog(list);
         dialog.choose(0, "ink 150");

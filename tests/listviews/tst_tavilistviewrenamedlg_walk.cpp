@@ -136,7 +136,7 @@ private Q_SLOTS:
         QFETCH(const bool, sorts_meanwhile);
         RenameList list({"b", "a", "d", "c", "e"});
         list.view.setSorting(0, ascending);
-        QVERIFY(list.view.showAndWait());
+        QVERIFY(isVisibleWindow(&list.view));
         // firstChild() sorts.
         if (sorts_meanwhile)
             list.on_text = [](const Q3ListViewItem *item) {
@@ -174,7 +174,7 @@ private Q_SLOTS:
             items.back()->setRenameEnabled(0, true);
         }
         list.view.setSorting(0);
-        QVERIFY(list.view.showAndWait());
+        QVERIFY(isVisibleWindow(&list.view));
         QTRY_COMPARE(list.view.itemAt(QPoint(5, 5))->text(0), QString("ink 0"));
         for (Counting *item : items)
             item->compared = 0;
@@ -209,7 +209,7 @@ private Q_SLOTS:
         };
         Painted view;
         view.fill(1, 3);
-        QVERIFY(view.showAndWait());
+        QVERIFY(isVisibleWindow(&view));
         QTRY_VERIFY(view.times > 0);
         TaviRegistry registry;
         std::string section;

@@ -25,12 +25,6 @@ inline QString shownOf(const TaviRenameDialog &dialog)
     return hidden == 0 ? "shown" : hidden == widgetsOfFind(dialog).size() ? "hidden" : "mixed";
 }
 
-inline bool isVisibleWindow(QWidget *window)
-{
-    window->show();
-    return QTest::qWaitForWindowExposed(window);
-}
-
 /// What holds for the rename dialogs of all views: form, settings and place. The test of a dialog derives from this
 /// and adds what is its own.
 class RenameDialogTest : public TaviTest

@@ -117,6 +117,13 @@ private:
     const std::function<void(TaviRenameDialog *)> use_;
 };
 
+/// Shows a window, and tells whether it was seen.
+inline bool isVisibleWindow(QWidget *window)
+{
+    window->show();
+    return QTest::qWaitForWindowExposed(window);
+}
+
 /// "ink 0", "ink 1" ...
 inline QStringList numberedInks(int count)
 {
