@@ -331,7 +331,7 @@ private Q_SLOTS:
         }
         QCOMPARE(renamed, selected ? changes : left); // what is still there has had its turn
         QCOMPARE(changed, changes);
-        QVERIFY2(taken < 10000, QByteArray::number(taken));
+        QVERIFY2(taken < 20000, QByteArray::number(taken));
     }
 
     void aSlotRemovesItemsOfAHundredThousand()
