@@ -5,6 +5,7 @@
 #include "treeviews/renamemethod_p.h"
 
 #include <QCheckBox>
+#include <QTranslator>
 
 #include <memory>
 
@@ -43,6 +44,17 @@ private:
         if (const auto act = in_between)
             act();
         return found;
+    }
+};
+
+/// Puts the context in place of each text.
+class ContextTranslator : public QTranslator
+{
+public:
+    bool isEmpty() const override { return false; }
+    QString translate(const char *context, const char *text, const char *, int) const override
+    {
+        return QString::fromLatin1(context) + (QByteArray(text).contains("%1") ? " %1" : "");
     }
 };
 
@@ -146,6 +158,39 @@ private Q_SLOTS:
         dialog.finds = true;
         dialog.find_prev_button->click();
         QCOMPARE(dialog.results_label->text(), QString("Found"));
+    }
+
+    void textsAreTranslated()
+    {
+        ContextTranslator translator;
+        QVERIFY(QCoreApplication::installTranslator(&translator));
+        DialogProbe dialog;
+        const QString form = "TaviListViewRename_UI";
+        QCOMPARE(dialog.windowTitle(), form);
+        for (int choice = 0; choice < 3; ++choice)
+            QCOMPARE(dialog.op_combo->itemText(choice), form);
+        const QList<QAbstractButton *> buttons = dialog.findChildren<QAbstractButton *>();
+        QCOMPARE(buttons.size(), 7);
+        for (const QAbstractButton *button : buttons) {
+            QCOMPARE(button->text(), form);
+            QCOMPARE(button->toolTip(), form);
+        }
+        QCOMPARE(dialog.replace_label->text(), form);
+        for (const QWidget *widget : {static_cast<QWidget *>(dialog.op_combo), static_cast<QWidget *>(dialog.op_edit),
+                                      static_cast<QWidget *>(dialog.replace_edit)})
+            QCOMPARE(widget->toolTip(), form);
+        QCOMPARE(dialog.results_label->text(), QString());
+        for (const int changes : {0, 1, 2}) {
+            dialog.changes = changes;
+            dialog.apply_all_button->click();
+            QCOMPARE(dialog.results_label->text(), QString(changes < 2 ? "TaviRenameDialog" : "TaviRenameDialog 2"));
+        }
+        for (const bool finds : {true, false}) {
+            dialog.results_label->clear();
+            dialog.finds = finds;
+            dialog.find_next_button->click();
+            QCOMPARE(dialog.results_label->text(), QString("TaviRenameDialog"));
+        }
     }
 
     void itMayGoInTheMiddleOfEach()
