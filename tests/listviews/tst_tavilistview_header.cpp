@@ -231,9 +231,10 @@ private Q_SLOTS:
         text.setData("name");
         negative.setData(-1);
         unknown.setData(2);
-        for (QAction *action : {static_cast<QAction *>(nullptr), &none, &text, &negative, &unknown})
+        for (QAction *action : {static_cast<QAction *>(nullptr), &none, &text, &negative, &unknown}) {
             QVERIFY(QMetaObject::invokeMethod(&list, "changeHeaders", Q_ARG(QAction *, action)));
-        QCOMPARE(list.headings(), QString("A B"));
+            QCOMPARE(list.headings(), QString("A B"));
+        }
         QVERIFY(QMetaObject::invokeMethod(&list, "changeHeaders", Q_ARG(int, -1)));
         QVERIFY(QMetaObject::invokeMethod(&list, "changeHeaders", Q_ARG(int, 2)));
         QCOMPARE(list.headings(), QString("A B"));
@@ -356,6 +357,59 @@ private Q_SLOTS:
         QCOMPARE(list.columnItemAtIndex(0)->width, 85);
         list.setItemVisible(0, true);
         QCOMPARE(list.columnWidth(1), 85);
+    }
+
+    void aWidthIsThatOfTheColumnWhereverItStands()
+    {
+        ListProbe list;
+        list.fill(3, 1);
+        QVERIFY(list.showAndWait());
+        list.dragHeading(2, 0, -20); // C A B
+        Q_EMIT list.header()->sizeChange(2, 60, 90);
+        QCOMPARE(list.columnItemAtIndex(0)->width, 90);
+        QCOMPARE(list.columnItemAtIndex(2)->width, 60);
+    }
+
+    void aClickOnAHeadingRepaintsTheHeader()
+    {
+        class Painted : public QObject
+        {
+        public:
+            int count = 0;
+
+        protected:
+            bool eventFilter(QObject *, QEvent *event) override
+            {
+                count += event->type() == QEvent::Paint ? 1 : 0;
+                return false;
+            }
+        };
+        ListProbe list;
+        list.fill(2, 1);
+        QVERIFY(list.showAndWait());
+        Painted painted;
+        list.header()->installEventFilter(&painted);
+        Q_EMIT list.header()->clicked(0);
+        QVERIFY(painted.count > 0); // at once
+    }
+
+    void columnsMayChangeWhileTheMenuIsOpen()
+    {
+        ListProbe list;
+        list.fill(3, 2);
+        QVERIFY(list.showAndWait());
+        QVERIFY(run(list, [&list](QMenu &menu) {
+            list.setItemVisible(0, false);
+            list.addColumn("D", 60);
+            choose(menu, "B");
+        }));
+        QCOMPARE(list.columnTexts(), QString("(A) (B) C D"));
+        // An entry of a column that is no more.
+        QVERIFY(run(list, [&list](QMenu &menu) {
+            list.setHeaderMenuEnabled(false);
+            choose(menu, "D");
+        }));
+        QCOMPARE(list.headings(), QString("C D"));
     }
 
     void withoutMenuDragsAndWidthsAreNotKept()
