@@ -1,0 +1,325 @@
+// SPDX-License-Identifier: MIT
+#include "taviapp/taviregistry.h"
+#include "tests/listviews/listviewfixture.h"
+#include "tests/support/tavitest.h"
+
+#include <QAction>
+#include <QContextMenuEvent>
+#include <QKeyEvent>
+#include <QMenu>
+#include <QStackedWidget>
+
+#include <functional>
+#include <memory>
+#include <utility>
+
+namespace {
+
+using Action = std::function<void(ListProbe &)>;
+
+/// A list with branches that are closed: a(a1) b(b1) c; two columns.
+ListProbe *makeList()
+{
+    auto *list = new ListProbe;
+    list->setSelectionMode(Q3ListView::Multi);
+    list->fill(2, 3);
+    new Q3ListViewItem(list->at(0), "child 0", "hit");
+    new Q3ListViewItem(list->at(1), "child 1", "hit");
+    return list;
+}
+
+void pressKey(ListProbe &list, int key, const QString &text, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
+{
+    QKeyEvent event(QEvent::KeyPress, key, modifiers, text);
+    list.keyPressEvent(&event);
+}
+
+} // namespace
+
+Q_DECLARE_METATYPE(Action)
+
+/// The list while slots delete it, its items, or what belongs to it.
+class TestTaviListViewLifetime : public TaviTest
+{
+    Q_OBJECT
+
+private:
+    /// What the list does, and the signal of it whose slot does harm.
+    static void actions()
+    {
+        QTest::addColumn<Action>("act");
+        QTest::addColumn<QByteArray>("signal");
+        const auto row = [](const char *name, const char *signal, const Action &act) {
+            QTest::newRow(name) << act << QByteArray(signal);
+        };
+        const char *const current = SIGNAL(currentChanged(Q3ListViewItem *));
+        const char *const selection = SIGNAL(selectionChanged());
+        const char *const expanded = SIGNAL(expanded(Q3ListViewItem *));
+        const char *const collapsed = SIGNAL(collapsed(Q3ListViewItem *));
+        const char *const filtered = SIGNAL(filterApplied());
+        row("columns made anew, current item", current, [](ListProbe &list) { list.rebuildHeaders(); });
+        row("columns made anew, selection", selection, [](ListProbe &list) { list.rebuildHeaders(); });
+        row("a column hidden", selection, [](ListProbe &list) { list.setItemVisible(0, false); });
+        row("a column hidden by the menu", selection,
+            [](ListProbe &list) { QMetaObject::invokeMethod(&list, "changeHeaders", Q_ARG(int, 0)); });
+        row("a state restored", selection, [](ListProbe &list) {
+            list.setSorting(0);
+            TaviRegistry registry;
+            std::string section = "list";
+            registry.putstring("list", "column_000", "1 1 50");
+            registry.putstring("list", "sorting", "1 0");
+            list.restoreHeaderState(registry, section);
+        });
+        row("filtered, a branch opened", expanded, [](ListProbe &list) { list.filterItems("hit", false); });
+        row("filtered", filtered, [](ListProbe &list) { list.filterItems("hit", false); });
+        row("filtered anew", filtered, [](ListProbe &list) { list.setFilterKeyword("hit"); });
+        row("filtered by a line edit", filtered, [](ListProbe &list) {
+            QLineEdit edit;
+            list.filterBuddy()->addFilterLineEdit(&edit);
+            edit.setText("hit");
+        });
+        row("one item filtered", expanded, [](ListProbe &list) {
+            list.blockSignals(true);
+            list.filterItems("hit", false);
+            list.at(0)->setOpen(false);
+            list.blockSignals(false);
+            list.filterItem(list.at(0));
+        });
+        row("the filter ended", collapsed, [](ListProbe &list) {
+            list.filterItems("hit", false);
+            list.filterItems("", false);
+        });
+        row("the filter ended by a line edit", filtered, [](ListProbe &list) {
+            QLineEdit edit;
+            list.blockSignals(true);
+            list.filterBuddy()->addFilterLineEdit(&edit);
+            edit.setText("hit");
+            list.blockSignals(false);
+            edit.clear();
+        });
+        row("the filter inverted", filtered, [](ListProbe &list) {
+            QLineEdit edit;
+            list.blockSignals(true);
+            list.filterBuddy()->addFilterLineEdit(&edit);
+            edit.setText("hit");
+            list.blockSignals(false);
+            list.filterBuddy()->setInverted(&edit, true);
+        });
+        row("branches opened", expanded, [](ListProbe &list) {
+            list.blockSignals(true);
+            list.selectAll(true);
+            list.blockSignals(false);
+            list.setSelectedOpen(true);
+        });
+        row("a text found, current item", current, [](ListProbe &list) { pressKey(list, 'A', "a"); });
+        row("a text found, selection", selection, [](ListProbe &list) { pressKey(list, 'A', "a"); });
+        row("the first selected made current", current, [](ListProbe &list) {
+            list.blockSignals(true);
+            list.setSelected(list.at(2), true);
+            list.blockSignals(false);
+            list.setFirstSelectedAsCurrent(true);
+        });
+        row("cleared, selection", selection, [](ListProbe &list) { list.clear(); });
+        row("cleared, current item", current, [](ListProbe &list) { list.clear(); });
+        row("cleared", SIGNAL(cleared()), [](ListProbe &list) { list.clear(); });
+    }
+
+    ListProbe *list = nullptr;
+    bool destroys = false;
+
+private Q_SLOTS:
+    void cleanup()
+    {
+        delete std::exchange(list, nullptr);
+        delete TaviListView::filterFloater();
+        TaviTest::cleanup();
+    }
+    /// The slot that does harm, once.
+    void harm()
+    {
+        if (!list)
+            return;
+        list->disconnect(this);
+        if (destroys)
+            delete std::exchange(list, nullptr);
+        else
+            list->clear();
+    }
+
+    void aSlotMayDeleteTheList_data() { actions(); }
+    void aSlotMayDeleteTheList()
+    {
+        QFETCH(Action, act);
+        QFETCH(QByteArray, signal);
+        list = makeList();
+        list->setCurrentItem(list->at(1));
+        destroys = true;
+        connect(list, signal.constData(), this, SLOT(harm()));
+        act(*list);
+        if (QByteArray(QTest::currentDataTag()).startsWith("cleared, "))
+            return; // nothing of the kind is told of a list that is cleared
+        QVERIFY(!list);
+    }
+
+    void aSlotMayDeleteTheItems_data() { actions(); }
+    void aSlotMayDeleteTheItems()
+    {
+        QFETCH(Action, act);
+        QFETCH(QByteArray, signal);
+        list = makeList();
+        list->setCurrentItem(list->at(1));
+        destroys = false;
+        connect(list, signal.constData(), this, SLOT(harm()));
+        act(*list);
+        QCOMPARE(list->childCount(), 0);
+        QVERIFY(!list->currentItem());
+    }
+
+    void aSlotMayDeleteTheEditThatInverts_data()
+    {
+        QTest::addColumn<bool>("by_key");
+        QTest::newRow("by the key") << true;
+        QTest::newRow("by a call") << false;
+    }
+    void aSlotMayDeleteTheEditThatInverts()
+    {
+        QFETCH(bool, by_key);
+        list = makeList();
+        auto *edit = new QLineEdit;
+        const QPointer<QLineEdit> watch(edit);
+        list->filterBuddy()->addFilterLineEdit(edit);
+        edit->setText("hit");
+        connect(list, &TaviListView::filterApplied, edit, [edit] { delete edit; });
+        if (by_key) {
+            QKeyEvent event(QEvent::ShortcutOverride, Qt::Key_I, Qt::ControlModifier | Qt::ShiftModifier);
+            QCoreApplication::sendEvent(edit, &event);
+        } else {
+            list->filterBuddy()->setInverted(edit, true);
+        }
+        QVERIFY(!watch);
+        QVERIFY(list->isFilteringItems());
+    }
+
+    void theKeyMayDeleteTheListWithItsSearchWindow()
+    {
+        list = makeList();
+        QVERIFY(list->showAndWait());
+        list->showFilterFloater();
+        QLineEdit *edit = TaviListView::filterFloater()->lineEdit();
+        edit->setText("hit");
+        destroys = true;
+        connect(list, SIGNAL(filterApplied()), this, SLOT(harm()));
+        QKeyEvent event(QEvent::ShortcutOverride, Qt::Key_I, Qt::ControlModifier | Qt::ShiftModifier);
+        QCoreApplication::sendEvent(edit, &event);
+        QVERIFY(!list);
+        QVERIFY(!TaviListView::filterFloater());
+    }
+
+    void theListMayGoWhenItTakesTheSearchWindowOver()
+    {
+        ListProbe other;
+        other.fill(1, 3);
+        other.show();
+        other.showFilterFloater();
+        TaviListView::filterFloater()->lineEdit()->setText("a1");
+        list = makeList();
+        QVERIFY(list->showAndWait());
+        destroys = true;
+        connect(&other, SIGNAL(filterApplied()), this, SLOT(harm()));
+        pressKey(*list, Qt::Key_Question, "?", Qt::ShiftModifier);
+        QVERIFY(!list);
+        QCOMPARE(other.rows(), QString("a0 a1 a2"));
+        QVERIFY(!TaviListView::filterFloater());
+    }
+
+    void theListMayGoWhenItsSearchWindowHasClosed()
+    {
+        list = makeList();
+        QVERIFY(list->showAndWait());
+        list->showFilterFloater();
+        destroys = true;
+        connect(TaviListView::filterFloater(), SIGNAL(closed()), this, SLOT(harm()));
+        pressKey(*list, Qt::Key_Escape, "\x1b");
+        QVERIFY(!list);
+        QVERIFY(!TaviListView::filterFloater());
+    }
+
+    void theListMayGoWithTheOneWhosePlaceItTakes_data()
+    {
+        QTest::addColumn<bool>("with_stack");
+        QTest::newRow("alone") << false;
+        QTest::newRow("with its stack") << true;
+    }
+    void theListMayGoWithTheOneWhosePlaceItTakes()
+    {
+        QFETCH(bool, with_stack);
+        QPointer<QStackedWidget> stack = new QStackedWidget;
+        auto *old = new Q3ListView;
+        old->addColumn("A");
+        list = makeList();
+        list->setWantStatusBar(true);
+        destroys = !with_stack;
+        connect(old, SIGNAL(destroyed()), this, SLOT(harm()));
+        if (with_stack)
+            connect(old, &QObject::destroyed, stack, [&stack] { delete stack; });
+        list->hotSwap(old, stack, true);
+        QCOMPARE(bool(list), with_stack);
+        QCOMPARE(stack.isNull(), with_stack);
+        delete stack;
+    }
+
+    void aSearchWindowStaysOverAListThatGetsAContainer()
+    {
+        list = makeList();
+        QVERIFY(list->showAndWait());
+        list->showFilterFloater();
+        const QPointer<FilterFloater> floater = TaviListView::filterFloater();
+        floater->lineEdit()->setText("hit");
+        list->setWantStatusBar(true);
+        const std::unique_ptr<QWidget> container(list->getListWidget());
+        QVERIFY(floater);
+        list->showFilterFloater();
+        QCOMPARE(TaviListView::filterFloater(), floater);
+        QVERIFY(floater->isVisible());
+        list->closeFilterFloater();
+        QCOMPARE(list->rows(), QString("a0 a1 a2"));
+        list = nullptr; // the container's
+    }
+
+    void aSignalBuddyMayGoInItsSlot()
+    {
+        list = makeList();
+        auto *buddy = new TaviListViewSignalBuddy;
+        buddy->setListView(list);
+        Q_EMIT list->clicked(list->at(0));
+        Q_EMIT list->returnPressed(list->at(0));
+        const QPointer<TaviListViewSignalBuddy> watch(buddy);
+        connect(buddy, &TaviListViewSignalBuddy::clicked, buddy, [buddy] { delete buddy; });
+        QCoreApplication::processEvents();
+        QVERIFY(!watch);
+        Q_EMIT list->clicked(list->at(0));
+        QCoreApplication::processEvents();
+    }
+
+    void theMenusEntryMayDeleteTheList()
+    {
+        list = makeList();
+        QVERIFY(list->showAndWait());
+        QAction remove("Remove", nullptr);
+        list->appendAction(&remove);
+        destroys = true;
+        connect(&remove, SIGNAL(triggered()), this, SLOT(harm()));
+        QTimer::singleShot(0, this, [] {
+            auto *menu = qobject_cast<QMenu *>(QApplication::activePopupWidget());
+            QVERIFY(menu);
+            menu->setActiveAction(menu->actions().last());
+            QTest::keyClick(menu, Qt::Key_Return);
+        });
+        QContextMenuEvent event(QContextMenuEvent::Mouse, QPoint(10, 5), list->header()->mapToGlobal(QPoint(10, 5)));
+        QCoreApplication::sendEvent(list->header(), &event);
+        QVERIFY(!list);
+    }
+};
+
+TAVI_GUI_TEST_MAIN(TestTaviListViewLifetime)
+#include "tst_tavilistview_lifetime.moc"
