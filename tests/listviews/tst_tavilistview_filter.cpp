@@ -249,6 +249,30 @@ private Q_SLOTS:
         QVERIFY(inks.black->isOpen());
     }
 
+    void aBranchThatHasLostItsChildrenIsNotOpenedAgain()
+    {
+        class LazyItem : public Q3ListViewItem
+        {
+        public:
+            using Q3ListViewItem::Q3ListViewItem;
+            void setOpen(bool open) override
+            {
+                if (open && childCount() == 0)
+                    new Q3ListViewItem(this, "child");
+                Q3ListViewItem::setOpen(open);
+            }
+        };
+        ListProbe list;
+        list.addColumn("A", 60);
+        auto *lazy = new LazyItem(&list, "lazy");
+        lazy->setExpandable(true);
+        lazy->setOpen(true);
+        list.filterItems("lazy", false);
+        delete lazy->firstChild();
+        list.filterItems("", false);
+        QCOMPARE(list.rows(), QString("lazy"));
+    }
+
     void onlyTheLastTimeCounts()
     {
         Inks inks;
