@@ -2,16 +2,13 @@
 #include "qt3/q3widgetstack.h"
 #include "tests/listviews/listviewfixture.h"
 #include "tests/support/tavitest.h"
+#include "tests/support/virtualplace.h"
 
 #include <QGridLayout>
 #include <QScopeGuard>
 #include <QStackedWidget>
 #include <QTemporaryFile>
 
-#include <array>
-#include <cstddef>
-#include <cstring>
-#include <iterator>
 #include <unistd.h>
 
 namespace {
@@ -85,16 +82,6 @@ struct ListWithStatusLine : QWidget {
     ListProbe *const list;
 };
 
-/// Where a virtual operation stands among those of its class, as programs that were built against it know it.
-template <typename Operation>
-std::ptrdiff_t placeOf(Operation operation)
-{
-    std::array<std::ptrdiff_t, 2> words{};
-    static_assert(sizeof operation == sizeof words);
-    std::memcpy(words.data(), &operation, sizeof words);
-    return words[0];
-}
-
 /// A tree: a(a1 a2) b c(c1(c11)), none of it open.
 struct Branches {
     Branches()
@@ -141,19 +128,19 @@ private Q_SLOTS:
     void virtualOperationsStandInTheirOrder()
     {
         const std::ptrdiff_t places[] = {
-            placeOf(&TaviListView::setWantStatusBar),
-            placeOf(&TaviListView::wantStatusBar),
-            placeOf(&TaviListView::getStatusString),
-            placeOf(&TaviListView::saveOpenStates),
-            placeOf(&TaviListView::restoreOpenStates),
-            placeOf(&PaintProbe::preDrawContents),
-            placeOf(&PaintProbe::headersRebuilt),
-            placeOf(&TaviListView::showFilterFloater),
-            placeOf(&TaviListView::closeFilterFloater),
-            placeOf(QOverload<QString, bool>::of(&TaviListView::filterItems)),
-            placeOf(QOverload<>::of(&TaviListView::filterItems)),
-            placeOf(QOverload<int>::of(&TaviListView::updateStatusBar)),
-            placeOf(&PaintProbe::filterFloaterClosed),
+            virtualPlace(&TaviListView::setWantStatusBar),
+            virtualPlace(&TaviListView::wantStatusBar),
+            virtualPlace(&TaviListView::getStatusString),
+            virtualPlace(&TaviListView::saveOpenStates),
+            virtualPlace(&TaviListView::restoreOpenStates),
+            virtualPlace(&PaintProbe::preDrawContents),
+            virtualPlace(&PaintProbe::headersRebuilt),
+            virtualPlace(&TaviListView::showFilterFloater),
+            virtualPlace(&TaviListView::closeFilterFloater),
+            virtualPlace(QOverload<QString, bool>::of(&TaviListView::filterItems)),
+            virtualPlace(QOverload<>::of(&TaviListView::filterItems)),
+            virtualPlace(QOverload<int>::of(&TaviListView::updateStatusBar)),
+            virtualPlace(&PaintProbe::filterFloaterClosed),
         };
         for (size_t at = 1; at < std::size(places); ++at)
             QCOMPARE(places[at] - places[at - 1], std::ptrdiff_t(sizeof(void *)));
@@ -470,21 +457,9 @@ private Q_SLOTS:
 
     void anItemThatGetsItsChildrenWhenItIsOpenedIsOpened()
     {
-        class LazyItem : public Q3ListViewItem
-        {
-        public:
-            using Q3ListViewItem::Q3ListViewItem;
-            void setOpen(bool open) override
-            {
-                if (open && childCount() == 0)
-                    new Q3ListViewItem(this, "late");
-                Q3ListViewItem::setOpen(open);
-            }
-        };
         ListProbe list;
         list.addColumn("Name", 200);
-        auto *lazy = new LazyItem(&list, "lazy");
-        lazy->setExpandable(true);
+        auto *lazy = new LazyItem(&list);
         list.setSelected(lazy, true);
         list.setSelectedOpen(true);
         QCOMPARE(list.rows(), QString("lazy late"));

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "tests/listviews/listviewfixture.h"
+#include "tests/support/menuuser.h"
 #include "tests/support/tavitest.h"
 #include "treeviews/taviconfigorder.h"
 
@@ -11,67 +12,6 @@
 
 namespace {
 
-QStringList entries(const QMenu &menu)
-{
-    QStringList texts;
-    const QList<QAction *> actions = menu.actions();
-    for (const QAction *action : actions) {
-        if (action->isSeparator())
-            texts << "-";
-        else if (action->isCheckable())
-            texts << (action->isChecked() ? "[x] " : "[ ] ") + action->text();
-        else
-            texts << action->text();
-    }
-    return texts;
-}
-
-/// Waits in the background for a menu or a dialog and does with it what the test says.
-template <typename Widget>
-class User : public QObject
-{
-public:
-    explicit User(std::function<void(Widget &)> use) : use_(std::move(use)) { startTimer(10); }
-
-    bool seen = false;
-
-protected:
-    void timerEvent(QTimerEvent *event) override
-    {
-        QWidget *at = QApplication::activePopupWidget();
-        if (!at)
-            at = QApplication::activeModalWidget();
-        auto *widget = qobject_cast<Widget *>(at);
-        if (!widget || !widget->isVisible())
-            return;
-        killTimer(event->timerId());
-        seen = true;
-        use_(*widget);
-    }
-
-private:
-    const std::function<void(Widget &)> use_;
-};
-
-/// By the keyboard: down to the entry, then Return.
-void choose(QMenu &menu, const QString &title)
-{
-    for (int step = 0; step <= menu.actions().size(); ++step) {
-        QTest::keyClick(&menu, Qt::Key_Down);
-        if (menu.activeAction() && menu.activeAction()->text() == title) {
-            QTest::keyClick(&menu, Qt::Key_Return);
-            return;
-        }
-    }
-    menu.close();
-    QTest::qFail(qPrintable("no entry " + title), __FILE__, __LINE__);
-}
-
-void closeMenu(QMenu &menu)
-{
-    QTest::keyClick(&menu, Qt::Key_Escape);
-}
-
 /// A click of the right button; true if it was taken.
 bool rightClick(QWidget *at, const QPoint &where = QPoint(10, 5))
 {
@@ -82,7 +22,7 @@ bool rightClick(QWidget *at, const QPoint &where = QPoint(10, 5))
 
 bool run(TaviListView &list, const std::function<void(QMenu &)> &use)
 {
-    User<QMenu> user(use);
+    MenuUser user(use);
     rightClick(list.header());
     return user.seen;
 }
@@ -153,7 +93,7 @@ private Q_SLOTS:
         ListProbe list(false);
         list.fill(2, 1);
         QVERIFY(list.showAndWait());
-        User<QMenu> user([](QMenu &menu) { menu.close(); });
+        MenuUser user([](QMenu &menu) { menu.close(); });
         QVERIFY(!rightClick(list.header()));
         QCoreApplication::processEvents();
         QVERIFY(!user.seen);
@@ -165,7 +105,7 @@ private Q_SLOTS:
         list.fill(2, 1);
         QVERIFY(list.showAndWait());
         QSignalSpy requested(&list, SIGNAL(contextMenuRequested(Q3ListViewItem *, QPoint, int)));
-        User<QMenu> user([](QMenu &menu) { menu.close(); });
+        MenuUser user([](QMenu &menu) { menu.close(); });
         rightClick(list.viewport());
         QVERIFY(!user.seen);
         QCOMPARE(requested.count(), 1);
@@ -438,7 +378,7 @@ private Q_SLOTS:
         list.setItemVisible(1, false);
         QVERIFY(list.showAndWait());
         bool seen = false;
-        User<TaviConfigOrderDLG> hider([&](TaviConfigOrderDLG &dialog) {
+        PopupUser<TaviConfigOrderDLG> hider([&](TaviConfigOrderDLG &dialog) {
             seen = dialog.windowTitle() == "Configure List Headers";
             const QList<ConfigOrderTree *> trees = dialog.findChildren<ConfigOrderTree *>();
             for (ConfigOrderTree *tree : trees) {
@@ -462,7 +402,7 @@ private Q_SLOTS:
         list.fill(2, 2);
         QVERIFY(list.showAndWait());
         QSignalSpy current(&list, SIGNAL(currentChanged(Q3ListViewItem *)));
-        User<TaviConfigOrderDLG> user([](TaviConfigOrderDLG &dialog) { dialog.reject(); });
+        PopupUser<TaviConfigOrderDLG> user([](TaviConfigOrderDLG &dialog) { dialog.reject(); });
         QVERIFY(QMetaObject::invokeMethod(&list, "configureHeaders"));
         QVERIFY(user.seen);
         QCOMPARE(list.columnTexts(), QString("A B"));
@@ -473,7 +413,7 @@ private Q_SLOTS:
     {
         auto *list = new ListProbe;
         list->fill(2, 2);
-        User<TaviConfigOrderDLG> user([&](TaviConfigOrderDLG &) { delete list; });
+        PopupUser<TaviConfigOrderDLG> user([&](TaviConfigOrderDLG &) { delete list; });
         QVERIFY(QMetaObject::invokeMethod(list, "configureHeaders"));
         QVERIFY(user.seen);
     }

@@ -55,6 +55,17 @@ private:
     QStringList told_;
 };
 
+/// A list of one column, and a buddy that tells a listener of it.
+struct WatchedList : ListProbe {
+    explicit WatchedList(int rows)
+    {
+        fill(1, rows);
+        buddy.setListView(this);
+    }
+    TaviListViewSignalBuddy buddy;
+    Listener listener{&buddy};
+};
+
 /// A list of one column, and a line edit that filters it.
 struct FilteredList : ListProbe {
     explicit FilteredList(int rows)
@@ -108,27 +119,19 @@ private Q_SLOTS:
 
     void signalsComeOneTurnLater()
     {
-        ListProbe list;
-        list.fill(1, 3);
-        TaviListViewSignalBuddy buddy;
-        Listener listener(&buddy);
-        buddy.setListView(&list);
-        QCOMPARE(buddy.listView(), &list);
+        WatchedList list(3);
+        QCOMPARE(list.buddy.listView(), &list);
         list.setSelected(list.at(1), true);
-        QCOMPARE(listener.take(), QString());
+        QCOMPARE(list.listener.take(), QString());
         QCoreApplication::processEvents();
-        QCOMPARE(listener.take(), QString("current a1, selection, selected a1"));
+        QCOMPARE(list.listener.take(), QString("current a1, selection, selected a1"));
         QCoreApplication::processEvents();
-        QCOMPARE(listener.take(), QString());
+        QCOMPARE(list.listener.take(), QString());
     }
 
     void allSevenSignalsAreToldOn()
     {
-        ListProbe list;
-        list.fill(1, 3);
-        TaviListViewSignalBuddy buddy;
-        Listener listener(&buddy);
-        buddy.setListView(&list);
+        WatchedList list(3);
         Q_EMIT list.contextMenuRequested(list.at(0), QPoint(1, 2), 3);
         Q_EMIT list.doubleClicked(list.at(1), QPoint(4, 5), 6);
         Q_EMIT list.selectionChanged(list.at(2));
@@ -136,23 +139,20 @@ private Q_SLOTS:
         Q_EMIT list.currentChanged(list.at(0));
         Q_EMIT list.clicked(list.at(1));
         Q_EMIT list.returnPressed(list.at(2));
-        QCOMPARE(listener.take(), QString());
+        QCOMPARE(list.listener.take(), QString());
         QCoreApplication::processEvents();
-        QCOMPARE(listener.take(), QString("menu a0 1,2 in 3, twice a1 4,5 in 6, selected a2, selection, current a0, "
-                                          "click a1, return a2"));
+        QCOMPARE(list.listener.take(),
+                 QString("menu a0 1,2 in 3, twice a1 4,5 in 6, selected a2, selection, current a0, "
+                         "click a1, return a2"));
     }
 
     void twoInOneTurnAreTwoWithTheLastArguments()
     {
-        ListProbe list;
-        list.fill(1, 3);
-        TaviListViewSignalBuddy buddy;
-        Listener listener(&buddy);
-        buddy.setListView(&list);
+        WatchedList list(3);
         Q_EMIT list.clicked(list.at(0));
         Q_EMIT list.clicked(list.at(2));
         QCoreApplication::processEvents();
-        QCOMPARE(listener.take(), QString("click a2, click a2"));
+        QCOMPARE(list.listener.take(), QString("click a2, click a2"));
     }
 
     void aSlotMayDeleteTheItems()
@@ -171,15 +171,11 @@ private Q_SLOTS:
 
     void anItemThatHasGoneIsToldAsNull()
     {
-        ListProbe list;
-        list.fill(1, 3);
-        TaviListViewSignalBuddy buddy;
-        Listener listener(&buddy);
-        buddy.setListView(&list);
+        WatchedList list(3);
         Q_EMIT list.clicked(list.at(1));
         delete list.at(1);
         QCoreApplication::processEvents();
-        QCOMPARE(listener.take(), QString("click null"));
+        QCOMPARE(list.listener.take(), QString("click null"));
     }
 
     void aViewMayGoWhileASignalIsPending()
@@ -206,21 +202,17 @@ private Q_SLOTS:
 
     void initStopsWatchingAndKeepsTheView()
     {
-        ListProbe list;
-        list.fill(1, 3);
-        TaviListViewSignalBuddy buddy;
-        Listener listener(&buddy);
-        buddy.setListView(&list);
+        WatchedList list(3);
         Q_EMIT list.clicked(list.at(1));
-        buddy.init();
-        QCOMPARE(buddy.listView(), &list);
+        list.buddy.init();
+        QCOMPARE(list.buddy.listView(), &list);
         Q_EMIT list.returnPressed(list.at(1));
         QCoreApplication::processEvents();
-        QCOMPARE(listener.take(), QString("click null")); // the item was forgotten
-        buddy.setListView(&list);
+        QCOMPARE(list.listener.take(), QString("click null")); // the item was forgotten
+        list.buddy.setListView(&list);
         Q_EMIT list.returnPressed(list.at(1));
         QCoreApplication::processEvents();
-        QCOMPARE(listener.take(), QString("return a1"));
+        QCOMPARE(list.listener.take(), QString("return a1"));
     }
 
     void anotherViewTakesThePlaceOfTheFormer()
