@@ -10,8 +10,10 @@
 #include <QStackedWidget>
 
 #include <functional>
+#include <initializer_list>
 #include <memory>
 #include <utility>
+#include <vector>
 
 namespace {
 
@@ -181,6 +183,70 @@ private Q_SLOTS:
         act(*list);
         QCOMPARE(list->childCount(), 0);
         QVERIFY(!list->currentItem());
+    }
+
+    void aSlotMayDeleteTheListThatIsInUse_data()
+    {
+        QTest::addColumn<QByteArray>("signal");
+        QTest::addColumn<Action>("act");
+        const auto row = [](const char *signal, const Action &act) {
+            QTest::newRow(signal + 1) << QByteArray(signal) << act;
+        };
+        // As far as the list is there; QTest uses a widget that it has clicked once more.
+        const auto mouse = [](std::initializer_list<QEvent::Type> types) {
+            return [events = std::vector<QEvent::Type>(types)](ListProbe &used) {
+                const QPointer<QWidget> port = used.viewport();
+                const QPoint at = used.itemRect(used.at(0)).topLeft() + QPoint(40, 5);
+                for (const QEvent::Type type : events) {
+                    if (!port)
+                        return;
+                    const bool released = type == QEvent::MouseButtonRelease;
+                    QMouseEvent event(type, at, port->mapToGlobal(at), Qt::LeftButton,
+                                      released ? Qt::NoButton : Qt::LeftButton, Qt::NoModifier);
+                    QCoreApplication::sendEvent(port, &event);
+                }
+            };
+        };
+        const Action click = mouse({QEvent::MouseButtonPress, QEvent::MouseButtonRelease});
+        const auto key = [](Qt::Key code) {
+            return [code](ListProbe &used) {
+                QKeyEvent event(QEvent::KeyPress, code, Qt::NoModifier);
+                QCoreApplication::sendEvent(&used, &event);
+            };
+        };
+        row(SIGNAL(pressed(Q3ListViewItem *)), click);
+        row(SIGNAL(clicked(Q3ListViewItem *)), click);
+        row(SIGNAL(selectionChanged()), click);
+        row(SIGNAL(doubleClicked(Q3ListViewItem *, QPoint, int)),
+            mouse({QEvent::MouseButtonPress, QEvent::MouseButtonRelease, QEvent::MouseButtonDblClick}));
+        row(SIGNAL(contextMenuRequested(Q3ListViewItem *, QPoint, int)), [](ListProbe &used) {
+            const QPoint at = used.itemRect(used.at(0)).topLeft() + QPoint(40, 5);
+            QContextMenuEvent event(QContextMenuEvent::Mouse, at, used.viewport()->mapToGlobal(at));
+            QCoreApplication::sendEvent(used.viewport(), &event);
+        });
+        row(SIGNAL(returnPressed(Q3ListViewItem *)), key(Qt::Key_Return));
+        row(SIGNAL(spacePressed(Q3ListViewItem *)), key(Qt::Key_Space));
+        row(SIGNAL(currentChanged(Q3ListViewItem *)), key(Qt::Key_End));
+        row(SIGNAL(expanded(Q3ListViewItem *)), key(Qt::Key_Plus));
+        row(SIGNAL(itemRenamed(Q3ListViewItem *, int)), [](ListProbe &used) {
+            used.at(0)->setRenameEnabled(0, true);
+            used.at(0)->startRename(0);
+            QKeyEvent event(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier);
+            QCoreApplication::sendEvent(used.viewport()->findChild<QLineEdit *>(), &event);
+        });
+    }
+    void aSlotMayDeleteTheListThatIsInUse()
+    {
+        QFETCH(QByteArray, signal);
+        QFETCH(Action, act);
+        list = makeList();
+        list->setRootIsDecorated(true);
+        QVERIFY(list->showAndWait());
+        list->setCurrentItem(list->at(0));
+        destroys = true;
+        connect(list, signal.constData(), this, SLOT(harm()));
+        act(*list);
+        QVERIFY(!list);
     }
 
     void aSlotMayDeleteTheEditThatInverts_data()
