@@ -12,6 +12,9 @@
 
 namespace {
 
+template <typename Widget>
+using User = PopupUser<Widget>;
+
 /// A click of the right button; true if it was taken.
 bool rightClick(QWidget *at, const QPoint &where = QPoint(10, 5))
 {
@@ -22,7 +25,7 @@ bool rightClick(QWidget *at, const QPoint &where = QPoint(10, 5))
 
 bool run(TaviListView &list, const std::function<void(QMenu &)> &use)
 {
-    MenuUser user(use);
+    User<QMenu> user(use);
     rightClick(list.header());
     return user.seen;
 }
@@ -93,7 +96,7 @@ private Q_SLOTS:
         ListProbe list(false);
         list.fill(2, 1);
         QVERIFY(list.showAndWait());
-        MenuUser user([](QMenu &menu) { menu.close(); });
+        User<QMenu> user([](QMenu &menu) { menu.close(); });
         QVERIFY(!rightClick(list.header()));
         QCoreApplication::processEvents();
         QVERIFY(!user.seen);
@@ -105,7 +108,7 @@ private Q_SLOTS:
         list.fill(2, 1);
         QVERIFY(list.showAndWait());
         QSignalSpy requested(&list, SIGNAL(contextMenuRequested(Q3ListViewItem *, QPoint, int)));
-        MenuUser user([](QMenu &menu) { menu.close(); });
+        User<QMenu> user([](QMenu &menu) { menu.close(); });
         rightClick(list.viewport());
         QVERIFY(!user.seen);
         QCOMPARE(requested.count(), 1);
@@ -378,7 +381,7 @@ private Q_SLOTS:
         list.setItemVisible(1, false);
         QVERIFY(list.showAndWait());
         bool seen = false;
-        PopupUser<TaviConfigOrderDLG> hider([&](TaviConfigOrderDLG &dialog) {
+        User<TaviConfigOrderDLG> hider([&](TaviConfigOrderDLG &dialog) {
             seen = dialog.windowTitle() == "Configure List Headers";
             const QList<ConfigOrderTree *> trees = dialog.findChildren<ConfigOrderTree *>();
             for (ConfigOrderTree *tree : trees) {
@@ -402,7 +405,7 @@ private Q_SLOTS:
         list.fill(2, 2);
         QVERIFY(list.showAndWait());
         QSignalSpy current(&list, SIGNAL(currentChanged(Q3ListViewItem *)));
-        PopupUser<TaviConfigOrderDLG> user([](TaviConfigOrderDLG &dialog) { dialog.reject(); });
+        User<TaviConfigOrderDLG> user([](TaviConfigOrderDLG &dialog) { dialog.reject(); });
         QVERIFY(QMetaObject::invokeMethod(&list, "configureHeaders"));
         QVERIFY(user.seen);
         QCOMPARE(list.columnTexts(), QString("A B"));
@@ -413,7 +416,7 @@ private Q_SLOTS:
     {
         auto *list = new ListProbe;
         list->fill(2, 2);
-        PopupUser<TaviConfigOrderDLG> user([&](TaviConfigOrderDLG &) { delete list; });
+        User<TaviConfigOrderDLG> user([&](TaviConfigOrderDLG &) { delete list; });
         QVERIFY(QMetaObject::invokeMethod(list, "configureHeaders"));
         QVERIFY(user.seen);
     }
