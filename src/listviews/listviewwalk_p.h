@@ -18,14 +18,15 @@ inline bool isInView(Q3ListView *view, const Q3ListViewItem *item)
     return item && place.current();
 }
 
-/// Calls @a act for all top-level items that have children. It may lead to slots that delete any item, and the view.
+/// Calls @a act for all top-level items that can be opened: those that have children, or show themselves as such. It
+/// may lead to slots that delete any item, and the view.
 template <typename Act>
 void forEachBranch(Q3ListView *list, Act act)
 {
     const QPointer<Q3ListView> view(list);
     Q3ListViewItem *item = list->firstChild();
     while (item) {
-        if (item->childCount() > 0) {
+        if (item->childCount() > 0 || item->isExpandable()) {
             const Q3ListViewItemIterator place(item);
             act(item);
             if (!view)

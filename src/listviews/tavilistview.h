@@ -93,7 +93,8 @@ public:
 ///
 /// Texts of items belong to section numbers, not to ids: when columns are hidden or moved in a view whose items have
 /// fixed texts, the texts stay where they are. Items of such a view override text() and ask columnItemID() which
-/// column they are asked for.
+/// column they are asked for. A filter asks for as many sections as there are columns, shown or not; what an item
+/// answers for those beyond columns() is searched as the texts of the hidden ones.
 ///
 /// **Filtering.** A keyword hides the items that have it in none of their columns, and neither has anything below
 /// them; the rest is opened so that all hits show. Shift+"?" opens a search window over the list, Escape closes it
@@ -106,7 +107,8 @@ public:
 /// **Ownership.** Items and column items belong to the view. The view belongs to getListWidget() once that was called
 /// with a status line wanted. Actions belong to the caller.
 ///
-/// **Re-entry.** A slot of any signal here may delete items, clear the view or call deleteLater() for it.
+/// **Re-entry.** A slot of any signal here may delete items, clear the view or destroy it. Where a signal comes of
+/// what is typed in a line edit, the line edit, and with its search window the view, want deleteLater().
 ///
 /// **Cost.** What walks over items says so. Inserting an item costs what it costs in Q3ListView.
 ///
@@ -139,7 +141,9 @@ public:
     QWidget *getListWidget();
     /// @}
 
-    /// @name Filtering
+    /// @name Open branches
+    /// What a filter keeps, and brings back when it ends. These and the next stand here because programs know virtual
+    /// operations by their place.
     /// @{
 
     /// Appends the top-level items to @a items that have children, are open, visible and enabled. O(top-level items).
@@ -147,10 +151,22 @@ public:
     /// Opens the top-level items that are in @a items and closes all others, but for those that have a selected
     /// child. Items in the list may have been deleted. O(top-level items and their children).
     virtual void restoreOpenStates(std::list<Q3ListViewItem *> &items);
+    /// @}
+
+protected:
+    /// Before each painting. Nothing here. It must not change items.
+    virtual void preDrawContents();
+    /// After rebuildHeaders(). Nothing here.
+    virtual void headersRebuilt();
+
+public:
+    /// @name Filtering
+    /// @{
+
     /// Opens the search window in the middle of the view. There is one search window in a process: that of another
     /// view is closed, which ends filtering there, and deleted.
     virtual void showFilterFloater();
-    /// Closes the search window, whichever view it belongs to.
+    /// Closes the search window, whichever view it belongs to. One that is merely hidden ends its filter, too.
     virtual void closeFilterFloater();
     /// Whether there is a keyword.
     bool isFilteringItems() const { return !filter_keyword.isEmpty(); }
@@ -287,7 +303,8 @@ public:
     Q3ListViewItem *lastVisibleItem() const;
     /// Makes the first selected row current, and with @a ensure_visible scrolls to it. Nothing without a selection.
     void setFirstSelectedAsCurrent(bool ensure_visible);
-    /// Opens or closes all selected top-level items that have children. O(top-level items).
+    /// Opens or closes all selected top-level items that have children, or show themselves as if they had.
+    /// O(top-level items).
     void setSelectedOpen(bool open);
     /// @}
 
@@ -352,11 +369,6 @@ protected Q_SLOTS:
     virtual void filterFloaterClosed();
 
 protected:
-    /// Before each painting. Nothing here. It must not change items.
-    virtual void preDrawContents();
-    /// After rebuildHeaders(). Nothing here.
-    virtual void headersRebuilt();
-
     /// Searches, filters, opens and closes; all other keys are those of Q3ListView.
     void keyPressEvent(QKeyEvent *event) override;
     /// On the header, runs its menu.

@@ -248,6 +248,9 @@ void TaviListView::rebuildHeaders()
             Q3ListView::setColumnAlignment(column, item->alignment);
             Q3ListView::setColumnWidthMode(column, item->width_mode);
         }
+        // It says so of the column that is the last at the time.
+        if (resizeMode() == LastColumn)
+            setResizeMode(LastColumn);
 
         // Each goes in as the first, so that from the last on they are in order without a move.
         for (size_t place = items.size(); place-- > 0;) {

@@ -6,6 +6,8 @@
 #include "treeviews/keywordmatcher_p.h"
 #include "treeviews/searchwindow_p.h"
 
+#include <QLineEdit>
+
 #include <unordered_set>
 #include <utility>
 #include <vector>
@@ -147,8 +149,8 @@ void TaviListView::openShownBranches(Q3ListViewItem *first, Q3ListViewItem *behi
         Q3ListViewItem *const item = place.current();
         if (item->childCount() > 0 && item->isVisible()) {
             setOpen(item, true);
-            if (!self)
-                return;
+            if (!self || !isFilteringItems())
+                return; // the end of a filter opens nothing
             if (place.current() != item)
                 continue; // it has gone, and this is the next one
             // Children that came with the opening are as they are enabled.
@@ -171,9 +173,20 @@ void TaviListView::restoreOpenStates(std::list<Q3ListViewItem *> &items)
 {
     const std::unordered_set<const Q3ListViewItem *> open(items.begin(), items.end());
     forEachBranch(this, [this, &open](Q3ListViewItem *item) {
-        setOpen(item, open.count(item) > 0 || selectedItemChildCount(item) > 0);
+        if (item->childCount() > 0)
+            setOpen(item, open.count(item) > 0 || selectedItemChildCount(item) > 0);
     });
 }
+
+namespace {
+
+/// Whether closing it ends something. One that the application has hidden may still filter.
+bool isInUse(const FilterFloater *floater)
+{
+    return !floater->isHidden() || !floater->lineEdit()->text().isEmpty();
+}
+
+} // namespace
 
 /// Does away with the search window of another view. False if this view has gone meanwhile.
 bool TaviListView::takeFloaterOver()
@@ -183,7 +196,7 @@ bool TaviListView::takeFloaterOver()
     while (self && filter_floater && filter_floater->list_view != this) {
         const QPointer<FilterFloater> other = filter_floater;
         // One that was closed before ended its filtering then.
-        if (!other->isHidden())
+        if (isInUse(other))
             other->close();
         delete other;
     }
@@ -203,7 +216,7 @@ void TaviListView::showFilterFloater()
 
 void TaviListView::closeFilterFloater()
 {
-    if (filter_floater && !filter_floater->isHidden())
+    if (filter_floater && isInUse(filter_floater))
         filter_floater->close();
 }
 

@@ -6,7 +6,7 @@
 
 #include <QStackedWidget>
 
-/// Makes the view like another one, and deletes that.
+/// Makes the view like another one, and deletes that. False if there is none, or if this view went with it.
 bool TaviListView::takeOver(Q3ListView *old, bool copy_columns)
 {
     if (!old || old == this)
@@ -23,13 +23,15 @@ bool TaviListView::takeOver(Q3ListView *old, bool copy_columns)
     setSelectionMode(old->selectionMode());
     setAllColumnsShowFocus(old->allColumnsShowFocus());
     setDefaultRenameAction(old->defaultRenameAction());
+    const QPointer<TaviListView> self(this);
     delete old;
-    return true;
+    return self;
 }
 
 void TaviListView::hotSwap(Q3ListView *old, QStackedWidget *stack, bool copy_columns)
 {
-    if (!stack || !takeOver(old, copy_columns))
+    const QPointer<QStackedWidget> still_there(stack);
+    if (!stack || !takeOver(old, copy_columns) || !still_there)
         return;
     QWidget *const list = listWidget(stack, QStringLiteral("tavilistview_listwidget"));
     stack->setCurrentIndex(stack->addWidget(list));
@@ -37,7 +39,8 @@ void TaviListView::hotSwap(Q3ListView *old, QStackedWidget *stack, bool copy_col
 
 void TaviListView::hotSwap(Q3ListView *old, Q3WidgetStack *stack, bool copy_columns)
 {
-    if (!stack || !takeOver(old, copy_columns))
+    const QPointer<Q3WidgetStack> still_there(stack);
+    if (!stack || !takeOver(old, copy_columns) || !still_there)
         return;
     QWidget *const list = listWidget(stack, QStringLiteral("tavilistview_listwidget"));
     stack->addWidget(list);

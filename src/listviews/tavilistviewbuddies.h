@@ -34,6 +34,9 @@ class TaviListView;
 /// **Ownership.** It has no parent and belongs to whoever made it; the view belongs to others and may be deleted at
 /// any time.
 ///
+/// **Re-entry.** A slot may delete items, the view and the buddy. What is still to be told of a view that is gone is
+/// told with null for the item; of a buddy that is gone, nothing.
+///
 /// **Cost.** A signal with an item costs a walk over the items of the view.
 ///
 /// **Threads.** The user interface thread alone, with a running event loop.
@@ -50,7 +53,7 @@ public:
     void setListView(Q3ListView *view);
     /// The view; null without one or when it was deleted.
     Q3ListView *listView() const;
-    /// Stops watching and forgets what is still to be told of; listView() stays.
+    /// Stops watching; listView() stays. What came before is still told of, with null for the item.
     void init();
 
 Q_SIGNALS:
@@ -108,6 +111,9 @@ private:
 ///
 /// **Ownership.** View and line edits belong to others, and may be deleted at any time.
 ///
+/// **Re-entry.** A slot of what filtering causes may destroy the view, and this with it. A line edit whose text
+/// changes is in the middle of its own signal and wants deleteLater(); one that is turned round may be deleted.
+///
 /// **Threads.** The user interface thread alone.
 class TAVIWIDGETS_EXPORT TaviListViewFilterBuddy : public QObject
 {
@@ -130,6 +136,7 @@ public:
     /// Makes @a edit black on white or, if @a inverted, white on black. Nothing for null.
     void setFilterLineEditLook(QLineEdit *edit, bool inverted);
     /// Takes note of the key that turns the flag round; the edit sees it all the same.
+    /// @return false; true if the edit is gone
     bool eventFilter(QObject *object, QEvent *event) override;
 
 public Q_SLOTS:
@@ -150,6 +157,9 @@ private:
 /// TaviListView::showFilterFloater() makes it; there is one in a process. Escape closes it.
 ///
 /// **Ownership.** It belongs to its view.
+///
+/// **Re-entry.** A slot of closed() may delete it, or its view. A slot of what its typing causes wants deleteLater()
+/// for either.
 ///
 /// **Threads.** The user interface thread alone.
 class TAVIWIDGETS_EXPORT FilterFloater : public QWidget

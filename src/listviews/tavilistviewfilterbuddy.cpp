@@ -76,8 +76,12 @@ bool TaviListViewFilterBuddy::eventFilter(QObject *object, QEvent *event)
     const auto *const key = static_cast<const QKeyEvent *>(event);
     constexpr Qt::KeyboardModifiers wanted = Qt::ShiftModifier | Qt::ControlModifier;
     constexpr Qt::KeyboardModifiers counting = wanted | Qt::AltModifier | Qt::MetaModifier;
-    if (edit && hasLineEdit(edit) && key->key() == Qt::Key_I && (key->modifiers() & counting) == wanted)
+    if (edit && hasLineEdit(edit) && key->key() == Qt::Key_I && (key->modifiers() & counting) == wanted) {
+        // What is gone with the slot of a signal can't see the key any more.
+        const QPointer<QLineEdit> still_there(edit);
         setInverted(edit, !inverted(edit));
+        return !still_there;
+    }
     return false;
 }
 

@@ -4,6 +4,7 @@
 
 #include "listviews/tavilistview.h"
 #include "qt3/q3header.h"
+#include "tests/support/activewindow.h"
 
 #include <QLineEdit>
 #include <QSignalSpy>
@@ -86,16 +87,7 @@ public:
         return texts.join(' ');
     }
 
-    bool showAndWait()
-    {
-        show();
-        activateWindow();
-        if (!QTest::qWaitForWindowActive(this))
-            return false;
-        setFocus();
-        QCoreApplication::processEvents();
-        return true;
-    }
+    bool showAndWait() { return showActive(this); }
     /// A drag of the heading at one place to the middle of another, and on by @a beyond pixels.
     void dragHeading(int from, int to, int beyond = 0)
     {
@@ -113,6 +105,19 @@ public:
             QCoreApplication::sendEvent(bar, &move);
         }
         QTest::mouseRelease(bar, Qt::LeftButton, Qt::NoModifier, end);
+    }
+};
+
+/// An item that shows itself as if it had children, and makes one, "late", when it is opened without any.
+class LazyItem : public Q3ListViewItem
+{
+public:
+    explicit LazyItem(Q3ListView *list) : Q3ListViewItem(list, "lazy") { setExpandable(true); }
+    void setOpen(bool open) override
+    {
+        if (open && childCount() == 0)
+            new Q3ListViewItem(this, "late");
+        Q3ListViewItem::setOpen(open);
     }
 };
 

@@ -47,6 +47,7 @@ private Q_SLOTS:
         QTest::newRow("ascending") << QByteArray("3 0") << true << 3 << true;
         QTest::newRow("descending") << QByteArray("1 1") << true << 1 << false;
         QTest::newRow("any other order") << QByteArray("1 7") << true << 1 << false;
+        QTest::newRow("a negative order") << QByteArray("1 -1") << true << 1 << false;
         QTest::newRow("negative") << QByteArray("-1 0") << true << -1 << true;
         QTest::newRow("empty") << QByteArray() << false << 0 << false;
         QTest::newRow("one number") << QByteArray("3") << false << 0 << false;
@@ -77,6 +78,15 @@ private Q_SLOTS:
         QCOMPARE(state.column(1)->width, 80);
         QVERIFY(!state.column(0) && !state.column(2));
         QCOMPARE(orderText(state), QString("1 0 2")); // the others come after it
+    }
+
+    void anyWhiteSpaceWillDo()
+    {
+        ListHeaderState state(3);
+        state.read("column_", "column_001", " \t2\n0\r\v\f80 and more");
+        QVERIFY(state.column(1));
+        QCOMPARE(state.column(1)->position, 2);
+        QCOMPARE(state.column(1)->width, 80);
     }
 
     void visibleIsAbove0()

@@ -2,6 +2,7 @@
 #include "qt3/q3widgetstack.h"
 #include "tests/listviews/listviewfixture.h"
 #include "tests/support/tavitest.h"
+#include "tests/support/virtualplace.h"
 
 #include <QGridLayout>
 #include <QScopeGuard>
@@ -66,7 +67,19 @@ class PaintProbe : public ListProbe
 {
 public:
     void preDrawContents() override { ++prepared; }
+    void headersRebuilt() override {}
+    void filterFloaterClosed() override {}
     int prepared = 0;
+};
+
+/// A window with a list above its status line.
+struct ListWithStatusLine : QWidget {
+    ListWithStatusLine() : list(new ListProbe(true, this))
+    {
+        list->setWantStatusBar(true);
+        list->getListWidget();
+    }
+    ListProbe *const list;
 };
 
 /// A tree: a(a1 a2) b c(c1(c11)), none of it open.
@@ -111,6 +124,28 @@ private Q_SLOTS:
         QVERIFY(!list.accessibleName().isEmpty());
     }
 
+    // Another order breaks subclasses that are not built anew.
+    void virtualOperationsStandInTheirOrder()
+    {
+        const std::ptrdiff_t places[] = {
+            virtualPlace(&TaviListView::setWantStatusBar),
+            virtualPlace(&TaviListView::wantStatusBar),
+            virtualPlace(&TaviListView::getStatusString),
+            virtualPlace(&TaviListView::saveOpenStates),
+            virtualPlace(&TaviListView::restoreOpenStates),
+            virtualPlace(&PaintProbe::preDrawContents),
+            virtualPlace(&PaintProbe::headersRebuilt),
+            virtualPlace(&TaviListView::showFilterFloater),
+            virtualPlace(&TaviListView::closeFilterFloater),
+            virtualPlace(QOverload<QString, bool>::of(&TaviListView::filterItems)),
+            virtualPlace(QOverload<>::of(&TaviListView::filterItems)),
+            virtualPlace(QOverload<int>::of(&TaviListView::updateStatusBar)),
+            virtualPlace(&PaintProbe::filterFloaterClosed),
+        };
+        for (size_t at = 1; at < std::size(places); ++at)
+            QCOMPARE(places[at] - places[at - 1], std::ptrdiff_t(sizeof(void *)));
+    }
+
     void aConfigOrderItemShowsAndHasNoNameAndNoPicture()
     {
         TaviConfigOrderItem item;
@@ -138,6 +173,8 @@ private Q_SLOTS:
         item.icon.addPixmap(blue, QIcon::Normal, QIcon::On);
         QCOMPARE(item.itemPixmap().size(), QSize(16, 16));
         QCOMPARE(item.itemPixmap().toImage().pixelColor(8, 8), QColor(Qt::red));
+        item.icon = QIcon(red.copy(0, 0, 64, 32)); // 16 pixels on the longer side
+        QCOMPARE(item.itemPixmap().size(), QSize(16, 8));
     }
 
     void selectedRowsAreLightBlueWithBlackText()
@@ -224,6 +261,8 @@ private Q_SLOTS:
         QCOMPARE(list.getStatusString(), QString("1 of 4 items"));
         list.at(0)->setVisible(false); // not counted though the walk begins with it
         QCOMPARE(list.getStatusString(), QString("1 of 3 items"));
+        list.setSelected(list.at(0), true);
+        QCOMPARE(list.getStatusString(), QString("1 of 3 items"));
         list.clear();
         QCOMPARE(list.getStatusString(), QString("0 items"));
     }
@@ -249,10 +288,8 @@ private Q_SLOTS:
 
     void theStatusLineFollowsSelectionFilterAndClearing()
     {
-        QWidget window;
-        ListProbe &list = *new ListProbe(true, &window);
-        list.setWantStatusBar(true);
-        QVERIFY(list.getListWidget() != &list);
+        const ListWithStatusLine window;
+        ListProbe &list = *window.list;
         list.fill(1, 3);
         list.updateStatusBar();
         QCOMPARE(list.getStatusBar()->currentMessage(), QString("3 items"));
@@ -269,21 +306,29 @@ private Q_SLOTS:
 
     void theStatusLineFollowsTheCurrentItem()
     {
-        QWidget window;
-        ListProbe &list = *new ListProbe(true, &window);
-        list.setWantStatusBar(true);
-        QVERIFY(list.getListWidget() != &list);
+        const ListWithStatusLine window;
+        ListProbe &list = *window.list;
         list.fill(1, 3);
         list.setCurrentItem(list.at(2));
         QCOMPARE(list.getStatusBar()->currentMessage(), QString("3 items"));
     }
 
+    void theStatusLineFollowsTheClearingOfAListWithoutACurrentItem()
+    {
+        const ListWithStatusLine window;
+        ListProbe &list = *window.list;
+        list.fill(1, 3);
+        list.updateStatusBar();
+        QVERIFY(!list.currentItem());
+        list.clear();
+        QCOMPARE(list.getStatusBar()->currentMessage(), QString("0 items"));
+        QVERIFY(list.getStatusBar()->findChildren<QTimer *>().isEmpty()); // it stays
+    }
+
     void aMessageMayGoAfterAWhile()
     {
-        QWidget window;
-        ListProbe &list = *new ListProbe(true, &window);
-        list.setWantStatusBar(true);
-        QVERIFY(list.getListWidget() != &list);
+        const ListWithStatusLine window;
+        ListProbe &list = *window.list;
         list.updateStatusBar(1);
         QCOMPARE(list.getStatusBar()->currentMessage(), QString("0 items"));
         QTRY_COMPARE(list.getStatusBar()->currentMessage(), QString());
@@ -369,6 +414,8 @@ private Q_SLOTS:
         QCOMPARE(last(), QString("c"));
         tree.c->setVisible(false);
         QCOMPARE(last(), QString("b"));
+        tree.c->setOpen(true); // and with it all that is below
+        QCOMPARE(last(), QString("b"));
         tree.b->setVisible(false);
         tree.a->setOpen(true);
         QCOMPARE(last(), QString("a2"));
@@ -406,6 +453,18 @@ private Q_SLOTS:
         QVERIFY(!tree.c->firstChild()->isOpen());
         tree.list.setSelectedOpen(false);
         QVERIFY(!tree.a->isOpen());
+    }
+
+    void anItemThatGetsItsChildrenWhenItIsOpenedIsOpened()
+    {
+        ListProbe list;
+        list.addColumn("Name", 200);
+        auto *lazy = new LazyItem(&list);
+        list.setSelected(lazy, true);
+        list.setSelectedOpen(true);
+        QCOMPARE(list.rows(), QString("lazy late"));
+        list.setSelectedOpen(false);
+        QCOMPARE(list.rows(), QString("lazy"));
     }
 
     void aSlotMayDeleteWhatIsOpened()
@@ -528,6 +587,18 @@ private Q_SLOTS:
         list->hotSwap(nullptr, &stack, true);
         list->hotSwap(new Q3ListView(&stack), static_cast<Q3WidgetStack *>(nullptr), true);
         QVERIFY(stack.visibleWidget());
+    }
+
+    void itDoesNotTakeItsOwnPlace()
+    {
+        QStackedWidget stack;
+        const QPointer<ListProbe> list = new ListProbe;
+        list->fill(2, 1);
+        stack.addWidget(list);
+        list->hotSwap(list, &stack, true);
+        QVERIFY(list);
+        QCOMPARE(list->headings(), QString("A B"));
+        QCOMPARE(stack.count(), 1);
     }
 
     void withoutAnOldListNothingIsSwapped()

@@ -75,7 +75,9 @@ private Q_SLOTS:
         QVERIFY(!items.at(1)->icon.isNull());
         QCOMPARE(items.at(2)->width, 0);
         QCOMPARE(items.at(2)->width_mode, Q3ListView::Manual);
-        QVERIFY(list.header()->iconSet(2));
+        QVERIFY(list.header()->iconSet(2) && !list.header()->iconSet(2)->isNull());
+        QCOMPARE(list.addColumnItem(redIcon(), "E", 44, true), 4);
+        QCOMPARE(list.columnWidth(3), 44);
     }
 
     void settersReachTheItemOfTheSection()
@@ -150,6 +152,10 @@ private Q_SLOTS:
         QVERIFY(!list.columnItemAtSection(column));
         QVERIFY(!list.columnItemAtIndex(column));
         QCOMPARE(list.columnItemID(column), -1);
+        list.columnItems().at(2)->setItemVisible(true); // which the header does not know yet
+        QVERIFY(!list.columnItemAtSection(column));
+        QVERIFY(!list.columnItemAtIndex(column));
+        list.columnItems().at(2)->setItemVisible(false);
         list.resizeColumnItem(column, 5);
         for (const ColumnItem *item : list.columnItems()) {
             QCOMPARE(item->width, 60);
@@ -356,6 +362,54 @@ private Q_SLOTS:
         QCOMPARE(list.columnItemAtIndex(0)->width, -1);
     }
 
+    // Whatever the user shows or hides: the rest of the width is the last column's, or all columns share it.
+    void rebuildingKeepsColumnsThatFillTheWidth_data()
+    {
+        QTest::addColumn<int>("mode");
+        QTest::newRow("the last one") << int(Q3ListView::LastColumn);
+        QTest::newRow("all") << int(Q3ListView::AllColumns);
+    }
+    void rebuildingKeepsColumnsThatFillTheWidth()
+    {
+        QFETCH(int, mode);
+        ListProbe list;
+        list.fill(3, 1);
+        list.setResizeMode(Q3ListView::ResizeMode(mode));
+        QVERIFY(list.showAndWait());
+        list.setItemVisible(2, false);
+        QVERIFY(list.header()->isStretchEnabled(1));
+        QCOMPARE(list.header()->isStretchEnabled(0), mode == Q3ListView::AllColumns);
+        list.setItemVisible(2, true);
+        QVERIFY(list.header()->isStretchEnabled(2));
+        QCOMPARE(list.header()->isStretchEnabled(1), mode == Q3ListView::AllColumns);
+    }
+
+    void aSlotDoesNotScrollTheListThatIsRebuilt()
+    {
+        ListProbe list;
+        list.fill(12, 200);
+        QVERIFY(list.showAndWait());
+        list.setCurrentItem(list.at(0));
+        list.setContentsPos(90, 700);
+        connect(&list, &Q3ListView::currentChanged, &list, [&list](Q3ListViewItem *item) {
+            list.ensureItemVisible(item);
+            list.setContentsPos(0, list.contentsY());
+        });
+        list.rebuildHeaders();
+        QCOMPARE(QPoint(list.contentsX(), list.contentsY()), QPoint(90, 700));
+    }
+
+    void aCurrentItemBelowTheTopIsNoneAfterwards()
+    {
+        ListProbe list;
+        list.fill(2, 3);
+        auto *child = new Q3ListViewItem(list.at(1), "child");
+        list.at(1)->setOpen(true);
+        list.setCurrentItem(child);
+        list.rebuildHeaders();
+        QVERIFY(list.currentItem() != list.at(2));
+    }
+
     void aSlotMayClearTheListThatIsRebuilt()
     {
         RebuildProbe list;
@@ -391,8 +445,12 @@ private Q_SLOTS:
         QVERIFY(items.at(0)->icon.isNull());
         QVERIFY(list.itemVisible(0) && list.itemVisible(1) && list.itemVisible(2));
         QCOMPARE(list.addColumn("D", 60), 3);
+        list.setItemVisible(2, false);
+        QCOMPARE(list.headings(), QString("A Beta D"));
+        QVERIFY(!list.itemVisible(2));
+        QVERIFY(list.itemVisible(0));
         list.setHeaderMenuEnabled(true); // no change
-        QCOMPARE(list.columnTexts(), QString("C A Beta D"));
+        QCOMPARE(list.columnTexts(), QString("(C) A Beta D"));
     }
 
     void turningTheMenuOffLeavesWhatShows()

@@ -139,6 +139,7 @@ private Q_SLOTS:
         QCOMPARE(inks.list.rows(), QString("black"));
         QVERIFY(inks.black->isOpen());
         QVERIFY(!inks.grey->isVisible() && !inks.light_grey->isVisible());
+        QVERIFY(!inks.cyan->isOpen()); // nor is what is hidden opened
     }
 
     void invertedTheOthersAreShown()
@@ -248,6 +249,83 @@ private Q_SLOTS:
         QVERIFY(inks.black->isOpen());
     }
 
+    void aBranchThatHasLostItsChildrenIsNotOpenedAgain()
+    {
+        ListProbe list;
+        list.addColumn("A", 60);
+        auto *lazy = new LazyItem(&list);
+        lazy->setOpen(true);
+        list.filterItems("lazy", false);
+        delete lazy->firstChild();
+        list.filterItems("", false);
+        QCOMPARE(list.rows(), QString("lazy"));
+    }
+
+    void onlyTheLastTimeCounts()
+    {
+        Inks inks;
+        inks.cyan->setOpen(true);
+        inks.list.filterItems("light", false);
+        inks.list.filterItems("", false);
+        QVERIFY(inks.cyan->isOpen());
+        inks.cyan->setOpen(false);
+        inks.list.filterItems("light", false);
+        inks.list.filterItems("", false);
+        QVERIFY(!inks.cyan->isOpen());
+    }
+
+    void withoutAKeywordNothingIsOpened()
+    {
+        Inks inks;
+        QSignalSpy expanded(&inks.list, SIGNAL(expanded(Q3ListViewItem *)));
+        inks.list.filterItems("", false);
+        QVERIFY(!inks.list.filterItem(nullptr));
+        QVERIFY(inks.list.filterItem(inks.black));
+        QCOMPARE(expanded.count(), 0);
+        inks.list.filterItems("light", false);
+        expanded.clear();
+        inks.list.filterItems("", false);
+        QCOMPARE(expanded.count(), 0);
+    }
+
+    void filteringOneItemOpensNoOther()
+    {
+        Inks inks;
+        inks.list.filterItems("light", false);
+        inks.black->setOpen(false); // by the user, meanwhile
+        QVERIFY(inks.list.filterItem(inks.cyan));
+        QVERIFY(!inks.black->isOpen());
+        inks.grey->setOpen(false);
+        auto *last = new Q3ListViewItem(inks.cyan, inks.pale_cyan, "last");
+        new Q3ListViewItem(last, "light");
+        QVERIFY(inks.list.filterItem(last));
+        QVERIFY(last->isOpen());
+        QVERIFY(!inks.black->isOpen());
+    }
+
+    void childrenThatComeWithTheOpeningAreShownIfTheyAreEnabled()
+    {
+        class HalfLazyItem : public Q3ListViewItem
+        {
+        public:
+            using Q3ListViewItem::Q3ListViewItem;
+            void setOpen(bool open) override
+            {
+                if (open && childCount() == 1) {
+                    new Q3ListViewItem(this, firstChild(), "enabled");
+                    (new Q3ListViewItem(this, firstChild(), "disabled"))->setEnabled(false);
+                }
+                Q3ListViewItem::setOpen(open);
+            }
+        };
+        ListProbe list;
+        list.addColumn("A", 60);
+        auto *lazy = new HalfLazyItem(&list, "lazy");
+        new Q3ListViewItem(lazy, "needle");
+        list.filterItems("needle", false);
+        QCOMPARE(list.rows(), QString("lazy needle enabled"));
+    }
+
     void aBranchWithASelectedChildStaysOpen()
     {
         Inks inks;
@@ -311,6 +389,19 @@ private Q_SLOTS:
         QCOMPARE(inks.list.rows(), QString("magenta yellow"));
     }
 
+    void aSlotMayEndTheFilterThatIsApplied()
+    {
+        Inks inks;
+        bool done = false;
+        connect(&inks.list, &Q3ListView::expanded, &inks.list, [&] {
+            if (!std::exchange(done, true))
+                inks.list.filterItems("", false);
+        });
+        inks.list.filterItems("light", false);
+        QVERIFY(!inks.list.isFilteringItems());
+        QCOMPARE(inks.list.rows(), QString("cyan magenta black yellow"));
+    }
+
     void slotsMayClearTheList()
     {
         Inks inks;
@@ -364,8 +455,12 @@ private Q_SLOTS:
         QTRY_VERIFY(floater->lineEdit()->hasFocus());
         floater->lineEdit()->setText("yel");
         QCOMPARE(inks.list.rows(), QString("yellow"));
+        const QPoint elsewhere = floater->pos() + QPoint(40, 30);
+        floater->move(elsewhere);
+        QTRY_COMPARE(floater->pos(), elsewhere);
         inks.list.showFilterFloater(); // it is there already
         QCOMPARE(TaviListView::filterFloater(), floater);
+        QCOMPARE(floater->pos(), elsewhere);
         QCOMPARE(floater->lineEdit()->text(), QString("yel"));
     }
 
@@ -382,9 +477,45 @@ private Q_SLOTS:
         QVERIFY(!floater->isVisible());
         QCOMPARE(list.rows(), QString("a0 a1 a2"));
         list.closeFilterFloater();
+        QCOMPARE(list.closings, 1);
         list.showFilterFloater();
         QCOMPARE(TaviListView::filterFloater(), floater);
         QVERIFY(floater->isVisible());
+    }
+
+    void aSearchWindowThatIsHiddenIsClosedAllTheSame_data()
+    {
+        QTest::addColumn<bool>("by_another");
+        QTest::newRow("as one closes it") << false;
+        QTest::newRow("as it goes to another list") << true;
+    }
+    void aSearchWindowThatIsHiddenIsClosedAllTheSame()
+    {
+        QFETCH(bool, by_another);
+        ClosingProbe list;
+        list.fill(1, 3);
+        QVERIFY(list.showAndWait());
+        list.showFilterFloater();
+        TaviListView::filterFloater()->lineEdit()->setText("a1");
+        TaviListView::filterFloater()->hide();
+        Inks other;
+        if (by_another)
+            other.list.showFilterFloater();
+        else
+            list.closeFilterFloater();
+        QCOMPARE(list.closings, 1);
+        QCOMPARE(list.rows(), QString("a0 a1 a2"));
+    }
+
+    void theSearchWindowStaysWhenAnotherListGoes()
+    {
+        Inks inks;
+        QVERIFY(inks.list.showAndWait());
+        inks.list.showFilterFloater();
+        const QPointer<FilterFloater> floater = TaviListView::filterFloater();
+        delete new ListProbe;
+        QVERIFY(floater);
+        QCOMPARE(TaviListView::filterFloater(), floater);
     }
 
     void thereIsOneSearchWindow()

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "tests/listviews/listviewfixture.h"
+#include "tests/support/menuuser.h"
 #include "tests/support/tavitest.h"
 #include "treeviews/taviconfigorder.h"
 
@@ -11,66 +12,8 @@
 
 namespace {
 
-QStringList entries(const QMenu &menu)
-{
-    QStringList texts;
-    const QList<QAction *> actions = menu.actions();
-    for (const QAction *action : actions) {
-        if (action->isSeparator())
-            texts << "-";
-        else if (action->isCheckable())
-            texts << (action->isChecked() ? "[x] " : "[ ] ") + action->text();
-        else
-            texts << action->text();
-    }
-    return texts;
-}
-
-/// Waits in the background for a menu or a dialog and does with it what the test says.
 template <typename Widget>
-class User : public QObject
-{
-public:
-    explicit User(std::function<void(Widget &)> use) : use_(std::move(use)) { startTimer(10); }
-
-    bool seen = false;
-
-protected:
-    void timerEvent(QTimerEvent *event) override
-    {
-        QWidget *at = QApplication::activePopupWidget();
-        if (!at)
-            at = QApplication::activeModalWidget();
-        auto *widget = qobject_cast<Widget *>(at);
-        if (!widget || !widget->isVisible())
-            return;
-        killTimer(event->timerId());
-        seen = true;
-        use_(*widget);
-    }
-
-private:
-    const std::function<void(Widget &)> use_;
-};
-
-/// By the keyboard: down to the entry, then Return.
-void choose(QMenu &menu, const QString &title)
-{
-    for (int step = 0; step <= menu.actions().size(); ++step) {
-        QTest::keyClick(&menu, Qt::Key_Down);
-        if (menu.activeAction() && menu.activeAction()->text() == title) {
-            QTest::keyClick(&menu, Qt::Key_Return);
-            return;
-        }
-    }
-    menu.close();
-    QTest::qFail(qPrintable("no entry " + title), __FILE__, __LINE__);
-}
-
-void closeMenu(QMenu &menu)
-{
-    QTest::keyClick(&menu, Qt::Key_Escape);
-}
+using User = PopupUser<Widget>;
 
 /// A click of the right button; true if it was taken.
 bool rightClick(QWidget *at, const QPoint &where = QPoint(10, 5))
@@ -231,9 +174,10 @@ private Q_SLOTS:
         text.setData("name");
         negative.setData(-1);
         unknown.setData(2);
-        for (QAction *action : {static_cast<QAction *>(nullptr), &none, &text, &negative, &unknown})
+        for (QAction *action : {static_cast<QAction *>(nullptr), &none, &text, &negative, &unknown}) {
             QVERIFY(QMetaObject::invokeMethod(&list, "changeHeaders", Q_ARG(QAction *, action)));
-        QCOMPARE(list.headings(), QString("A B"));
+            QCOMPARE(list.headings(), QString("A B"));
+        }
         QVERIFY(QMetaObject::invokeMethod(&list, "changeHeaders", Q_ARG(int, -1)));
         QVERIFY(QMetaObject::invokeMethod(&list, "changeHeaders", Q_ARG(int, 2)));
         QCOMPARE(list.headings(), QString("A B"));
@@ -356,6 +300,59 @@ private Q_SLOTS:
         QCOMPARE(list.columnItemAtIndex(0)->width, 85);
         list.setItemVisible(0, true);
         QCOMPARE(list.columnWidth(1), 85);
+    }
+
+    void aWidthIsThatOfTheColumnWhereverItStands()
+    {
+        ListProbe list;
+        list.fill(3, 1);
+        QVERIFY(list.showAndWait());
+        list.dragHeading(2, 0, -20); // C A B
+        Q_EMIT list.header()->sizeChange(2, 60, 90);
+        QCOMPARE(list.columnItemAtIndex(0)->width, 90);
+        QCOMPARE(list.columnItemAtIndex(2)->width, 60);
+    }
+
+    void aClickOnAHeadingRepaintsTheHeader()
+    {
+        class Painted : public QObject
+        {
+        public:
+            int count = 0;
+
+        protected:
+            bool eventFilter(QObject *, QEvent *event) override
+            {
+                count += event->type() == QEvent::Paint ? 1 : 0;
+                return false;
+            }
+        };
+        ListProbe list;
+        list.fill(2, 1);
+        QVERIFY(list.showAndWait());
+        Painted painted;
+        list.header()->installEventFilter(&painted);
+        Q_EMIT list.header()->clicked(0);
+        QVERIFY(painted.count > 0); // at once
+    }
+
+    void columnsMayChangeWhileTheMenuIsOpen()
+    {
+        ListProbe list;
+        list.fill(3, 2);
+        QVERIFY(list.showAndWait());
+        QVERIFY(run(list, [&list](QMenu &menu) {
+            list.setItemVisible(0, false);
+            list.addColumn("D", 60);
+            choose(menu, "B");
+        }));
+        QCOMPARE(list.columnTexts(), QString("(A) (B) C D"));
+        // An entry of a column that is no more.
+        QVERIFY(run(list, [&list](QMenu &menu) {
+            list.setHeaderMenuEnabled(false);
+            choose(menu, "D");
+        }));
+        QCOMPARE(list.headings(), QString("C D"));
     }
 
     void withoutMenuDragsAndWidthsAreNotKept()

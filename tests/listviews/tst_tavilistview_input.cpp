@@ -39,6 +39,16 @@ struct Inks {
     List list;
 };
 
+/// Over the middle; true if it was taken.
+bool turnWheel(TaviListView &list, const QPoint &angle, Qt::KeyboardModifiers modifiers)
+{
+    const QPoint middle = list.viewport()->rect().center();
+    QWheelEvent event(middle, list.viewport()->mapToGlobal(middle), QPoint(), angle, Qt::NoButton, modifiers,
+                      Qt::NoScrollPhase, false);
+    QCoreApplication::sendEvent(list.viewport(), &event);
+    return event.isAccepted();
+}
+
 /// Longer than a search waits.
 void outwaitTheSearch()
 {
@@ -107,6 +117,35 @@ private Q_SLOTS:
         QCOMPARE(inks.list.selection(), QString("Magenta"));
     }
 
+    void beginningsComeBeforeMiddlesInTheSortedColumn()
+    {
+        Inks<ListProbe> inks;
+        inks.list.setSorting(0); // Black, which has a c, comes first
+        QCOMPARE(inks.list.at(0)->text(0), QString("Black"));
+        inks.key('C', "c");
+        QVERIFY(inks.list.selection().startsWith('c', Qt::CaseInsensitive));
+    }
+
+    void lettersOfAllAlphabetsAreSearchedFor()
+    {
+        Inks<ListProbe> inks;
+        inks.list.at(3)->setText(0, QString::fromUtf8("\xC3\x84pfel")); // a capital with two dots
+        inks.key(0xC4, QString(QChar(0xE4)));
+        QCOMPARE(inks.list.currentItem(), inks.list.at(3));
+    }
+
+    void withoutItemsOrColumnsNothingIsFound()
+    {
+        ListProbe list;
+        QTest::keyClick(&list, 'a');
+        list.addColumn("A", 60);
+        QTest::keyClick(&list, 'a');
+        ListProbe bare;
+        new Q3ListViewItem(&bare, "a");
+        QTest::keyClick(&bare, 'a');
+        QVERIFY(!list.currentItem() && bare.selection().isEmpty());
+    }
+
     void theSortedColumnIsSearchedFirst()
     {
         Inks<ListProbe> inks;
@@ -133,6 +172,7 @@ private Q_SLOTS:
         inks.list.selectAll(true);
         inks.type("mag");
         QCOMPARE(inks.list.selection(), QString("Magenta"));
+        QCOMPARE(inks.list.currentItem(), inks.list.at(2));
     }
 
     void aHitIsScrolledTo()
@@ -288,11 +328,7 @@ private Q_SLOTS:
         ListProbe list;
         list.fill(12, 100);
         QVERIFY(list.showAndWait());
-        const QPointF middle = list.viewport()->rect().center();
-        QWheelEvent event(middle, list.viewport()->mapToGlobal(middle.toPoint()), QPoint(), angle, Qt::NoButton,
-                          Qt::KeyboardModifiers(modifiers), Qt::NoScrollPhase, false);
-        QCoreApplication::sendEvent(list.viewport(), &event);
-        QVERIFY(event.isAccepted());
+        QVERIFY(turnWheel(list, angle, Qt::KeyboardModifiers(modifiers)));
         QTEST(QPoint(list.contentsX(), list.contentsY()), "position");
     }
 
@@ -301,10 +337,7 @@ private Q_SLOTS:
         ListProbe list;
         list.fill(12, 100);
         QVERIFY(list.showAndWait());
-        const QPointF middle = list.viewport()->rect().center();
-        QWheelEvent event(middle, list.viewport()->mapToGlobal(middle.toPoint()), QPoint(), QPoint(0, -120),
-                          Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
-        QCoreApplication::sendEvent(list.viewport(), &event);
+        turnWheel(list, QPoint(0, -120), Qt::NoModifier);
         QCOMPARE(list.contentsX(), 0);
         QVERIFY(list.contentsY() > 0);
     }

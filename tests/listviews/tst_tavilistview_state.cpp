@@ -51,6 +51,29 @@ private Q_SLOTS:
                  QStringList({"column_000=1 1 60", "column_001=2 1 60", "column_002=0 1 60", "column_003=3 0 -1"}));
     }
 
+    void columnsFoundInAnotherOrderAreNumberedAsTheyStood()
+    {
+        ListProbe list(false);
+        list.fill(3, 1);
+        list.setColumnWidth(2, 99);
+        QVERIFY(list.showAndWait());
+        list.dragHeading(2, 0, -20); // C A B
+        list.setHeaderMenuEnabled(true);
+        list.saveHeaderState(*registry, section);
+        QCOMPARE(entries(*registry, section),
+                 QStringList({"column_000=0 1 99", "column_001=1 1 60", "column_002=2 1 60"}));
+    }
+
+    void aListWithoutColumnsKeepsNone()
+    {
+        put("column_000", "0 1 5");
+        ListProbe list;
+        list.restoreHeaderState(*registry, section);
+        QCOMPARE(list.columns(), 0);
+        list.saveHeaderState(*registry, section);
+        QCOMPARE(entries(*registry, section), QStringList());
+    }
+
     void savingReplacesTheSection()
     {
         put("column_007", "0 1 5");

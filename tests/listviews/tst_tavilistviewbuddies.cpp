@@ -55,6 +55,27 @@ private:
     QStringList told_;
 };
 
+/// A list of one column, and a buddy that tells a listener of it.
+struct WatchedList : ListProbe {
+    explicit WatchedList(int rows)
+    {
+        fill(1, rows);
+        buddy.setListView(this);
+    }
+    TaviListViewSignalBuddy buddy;
+    Listener listener{&buddy};
+};
+
+/// A list of one column, and a line edit that filters it.
+struct FilteredList : ListProbe {
+    explicit FilteredList(int rows)
+    {
+        fill(1, rows);
+        filterBuddy()->addFilterLineEdit(&edit);
+    }
+    QLineEdit edit;
+};
+
 /// Ctrl+Shift+I as a line edit gets it, before its shortcut.
 void pressInvert(QWidget *edit, Qt::KeyboardModifiers modifiers = Qt::ControlModifier | Qt::ShiftModifier,
                  int key = Qt::Key_I)
@@ -98,27 +119,19 @@ private Q_SLOTS:
 
     void signalsComeOneTurnLater()
     {
-        ListProbe list;
-        list.fill(1, 3);
-        TaviListViewSignalBuddy buddy;
-        Listener listener(&buddy);
-        buddy.setListView(&list);
-        QCOMPARE(buddy.listView(), &list);
+        WatchedList list(3);
+        QCOMPARE(list.buddy.listView(), &list);
         list.setSelected(list.at(1), true);
-        QCOMPARE(listener.take(), QString());
+        QCOMPARE(list.listener.take(), QString());
         QCoreApplication::processEvents();
-        QCOMPARE(listener.take(), QString("current a1, selection, selected a1"));
+        QCOMPARE(list.listener.take(), QString("current a1, selection, selected a1"));
         QCoreApplication::processEvents();
-        QCOMPARE(listener.take(), QString());
+        QCOMPARE(list.listener.take(), QString());
     }
 
     void allSevenSignalsAreToldOn()
     {
-        ListProbe list;
-        list.fill(1, 3);
-        TaviListViewSignalBuddy buddy;
-        Listener listener(&buddy);
-        buddy.setListView(&list);
+        WatchedList list(3);
         Q_EMIT list.contextMenuRequested(list.at(0), QPoint(1, 2), 3);
         Q_EMIT list.doubleClicked(list.at(1), QPoint(4, 5), 6);
         Q_EMIT list.selectionChanged(list.at(2));
@@ -126,23 +139,20 @@ private Q_SLOTS:
         Q_EMIT list.currentChanged(list.at(0));
         Q_EMIT list.clicked(list.at(1));
         Q_EMIT list.returnPressed(list.at(2));
-        QCOMPARE(listener.take(), QString());
+        QCOMPARE(list.listener.take(), QString());
         QCoreApplication::processEvents();
-        QCOMPARE(listener.take(), QString("menu a0 1,2 in 3, twice a1 4,5 in 6, selected a2, selection, current a0, "
-                                          "click a1, return a2"));
+        QCOMPARE(list.listener.take(),
+                 QString("menu a0 1,2 in 3, twice a1 4,5 in 6, selected a2, selection, current a0, "
+                         "click a1, return a2"));
     }
 
     void twoInOneTurnAreTwoWithTheLastArguments()
     {
-        ListProbe list;
-        list.fill(1, 3);
-        TaviListViewSignalBuddy buddy;
-        Listener listener(&buddy);
-        buddy.setListView(&list);
+        WatchedList list(3);
         Q_EMIT list.clicked(list.at(0));
         Q_EMIT list.clicked(list.at(2));
         QCoreApplication::processEvents();
-        QCOMPARE(listener.take(), QString("click a2, click a2"));
+        QCOMPARE(list.listener.take(), QString("click a2, click a2"));
     }
 
     void aSlotMayDeleteTheItems()
@@ -161,15 +171,11 @@ private Q_SLOTS:
 
     void anItemThatHasGoneIsToldAsNull()
     {
-        ListProbe list;
-        list.fill(1, 3);
-        TaviListViewSignalBuddy buddy;
-        Listener listener(&buddy);
-        buddy.setListView(&list);
+        WatchedList list(3);
         Q_EMIT list.clicked(list.at(1));
         delete list.at(1);
         QCoreApplication::processEvents();
-        QCOMPARE(listener.take(), QString("click null"));
+        QCOMPARE(list.listener.take(), QString("click null"));
     }
 
     void aViewMayGoWhileASignalIsPending()
@@ -196,21 +202,17 @@ private Q_SLOTS:
 
     void initStopsWatchingAndKeepsTheView()
     {
-        ListProbe list;
-        list.fill(1, 3);
-        TaviListViewSignalBuddy buddy;
-        Listener listener(&buddy);
-        buddy.setListView(&list);
+        WatchedList list(3);
         Q_EMIT list.clicked(list.at(1));
-        buddy.init();
-        QCOMPARE(buddy.listView(), &list);
+        list.buddy.init();
+        QCOMPARE(list.buddy.listView(), &list);
         Q_EMIT list.returnPressed(list.at(1));
         QCoreApplication::processEvents();
-        QCOMPARE(listener.take(), QString("click null")); // the item was forgotten
-        buddy.setListView(&list);
+        QCOMPARE(list.listener.take(), QString("click null")); // the item was forgotten
+        list.buddy.setListView(&list);
         Q_EMIT list.returnPressed(list.at(1));
         QCoreApplication::processEvents();
-        QCOMPARE(listener.take(), QString("return a1"));
+        QCOMPARE(list.listener.take(), QString("return a1"));
     }
 
     void anotherViewTakesThePlaceOfTheFormer()
@@ -300,54 +302,92 @@ private Q_SLOTS:
         pressInvert(&edit);
         QVERIFY(!buddy->inverted(&edit));
         QVERIFY(edit.toolTip().isEmpty());
+        auto *unknown = new QLineEdit;
+        QVERIFY(!buddy->inverted(unknown));
+        const QLineEdit *const address = unknown;
+        delete unknown;
+        QVERIFY(!buddy->hasLineEdit(address));
+    }
+
+    void anEditThatIsNotRegisteredFiltersNothing()
+    {
+        ListProbe list;
+        list.fill(1, 3);
+        QLineEdit edit;
+        connect(&edit, SIGNAL(textChanged(QString)), list.filterBuddy(), SLOT(filterTextChanged(QString)));
+        edit.setText("a1");
+        QCOMPARE(list.rows(), QString("a0 a1 a2"));
+        QVERIFY(!list.filterBuddy()->hasLineEdit(&edit));
+    }
+
+    void twoBuddiesMayServeOneList()
+    {
+        ListProbe list;
+        list.fill(1, 3);
+        TaviListViewFilterBuddy second(&list);
+        QLineEdit of_first, of_second;
+        list.filterBuddy()->addFilterLineEdit(&of_first);
+        second.addFilterLineEdit(&of_second);
+        second.setInverted(&of_second, true);
+        of_first.setText("a1");
+        QCOMPARE(list.rows(), QString("a1"));
+        of_second.setText("a1");
+        QCOMPARE(list.rows(), QString("a0 a2"));
+        QVERIFY(!second.hasLineEdit(&of_first));
+        of_second.clear();
+        QCOMPARE(list.rows(), QString("a0 a1 a2"));
+        TaviListViewSignalBuddy one, other;
+        Listener to_one(&one), to_other(&other);
+        one.setListView(&list);
+        other.setListView(&list);
+        Q_EMIT list.clicked(list.at(1));
+        one.init();
+        Q_EMIT list.clicked(list.at(2));
+        QCoreApplication::processEvents();
+        QCOMPARE(to_one.take(), QString("click null"));
+        QCOMPARE(to_other.take(), QString("click a2, click a2"));
     }
 
     void invertingSetsFlagFilterAndLook()
     {
-        ListProbe list;
-        list.fill(1, 3);
-        QLineEdit edit;
-        list.filterBuddy()->addFilterLineEdit(&edit);
-        edit.setText("a1");
-        list.filterBuddy()->setInverted(&edit, true);
-        QVERIFY(list.filterBuddy()->inverted(&edit));
+        FilteredList list(3);
+        list.edit.setText("a1");
+        list.filterBuddy()->setInverted(&list.edit, true);
+        QVERIFY(list.filterBuddy()->inverted(&list.edit));
         QCOMPARE(list.rows(), QString("a0 a2"));
-        QCOMPARE(look(edit), QString("white on black"));
-        list.filterBuddy()->setInverted(&edit, false);
+        QCOMPARE(look(list.edit), QString("white on black"));
+        list.filterBuddy()->setInverted(&list.edit, false);
         QCOMPARE(list.rows(), QString("a1"));
-        QCOMPARE(look(edit), QString("black on white"));
+        QCOMPARE(look(list.edit), QString("black on white"));
     }
 
     void theKeyInverts()
     {
-        ListProbe list;
-        list.fill(1, 3);
-        QLineEdit edit;
-        list.filterBuddy()->addFilterLineEdit(&edit);
+        FilteredList list(3);
         QSignalSpy applied(&list, SIGNAL(filterApplied()));
-        pressInvert(&edit);
-        QCOMPARE(look(edit), QString("white on black"));
+        pressInvert(&list.edit);
+        QCOMPARE(look(list.edit), QString("white on black"));
         QCOMPARE(applied.count(), 0); // there is no keyword
-        edit.setText("a1");
+        list.edit.setText("a1");
         QCOMPARE(list.rows(), QString("a0 a2"));
-        pressInvert(&edit);
+        pressInvert(&list.edit);
         QCOMPARE(list.rows(), QString("a1"));
-        QCOMPARE(look(edit), QString("black on white"));
-        QCOMPARE(edit.text(), QString("a1"));
+        QCOMPARE(look(list.edit), QString("black on white"));
+        QCOMPARE(list.edit.text(), QString("a1"));
+        QKeyEvent key(QEvent::ShortcutOverride, Qt::Key_I, Qt::ControlModifier | Qt::ShiftModifier);
+        QVERIFY(!list.filterBuddy()->eventFilter(&list.edit, &key)); // the edit sees it as well
+        QVERIFY(list.filterBuddy()->inverted(&list.edit));
     }
 
     void theRealKeyInvertsOnce()
     {
-        ListProbe list;
-        list.fill(1, 3);
-        QLineEdit edit;
-        list.filterBuddy()->addFilterLineEdit(&edit);
-        edit.show();
-        QVERIFY(QTest::qWaitForWindowActive(&edit));
-        edit.setFocus();
-        QTest::keyClick(edit.window()->windowHandle(), Qt::Key_I, Qt::ControlModifier | Qt::ShiftModifier);
-        QCOMPARE(look(edit), QString("white on black"));
-        QVERIFY(list.filterBuddy()->inverted(&edit));
+        FilteredList list(3);
+        list.edit.show();
+        QVERIFY(QTest::qWaitForWindowActive(&list.edit));
+        list.edit.setFocus();
+        QTest::keyClick(list.edit.window()->windowHandle(), Qt::Key_I, Qt::ControlModifier | Qt::ShiftModifier);
+        QCOMPARE(look(list.edit), QString("white on black"));
+        QVERIFY(list.filterBuddy()->inverted(&list.edit));
     }
 
     void otherKeysDoNotInvert_data()
@@ -438,61 +478,66 @@ private Q_SLOTS:
 
     void aHiddenSelectionComesBack()
     {
-        ListProbe list;
-        list.fill(1, 300);
+        FilteredList list(300);
         QVERIFY(list.showAndWait());
-        QLineEdit edit;
-        list.filterBuddy()->addFilterLineEdit(&edit);
         list.setSelected(list.at(200), true);
-        edit.setText("a1");
+        list.edit.setText("a1");
         list.clearSelection();
         list.setContentsPos(0, 0);
-        edit.setText("a");
-        edit.clear();
+        list.edit.setText("a");
+        list.edit.clear();
         QCOMPARE(list.selection(), QString("a200"));
         QVERIFY(list.itemRect(list.at(200)).isValid());
     }
 
     void anotherSelectionStays()
     {
-        ListProbe list;
+        FilteredList list(5);
         list.setSelectionMode(Q3ListView::Multi);
-        list.fill(1, 5);
-        QLineEdit edit;
-        list.filterBuddy()->addFilterLineEdit(&edit);
         list.setSelected(list.at(3), true);
-        edit.setText("a1");
+        list.edit.setText("a1");
         list.clearSelection();
         list.setSelected(list.at(1), true);
-        edit.clear();
+        list.edit.clear();
         QCOMPARE(list.selection(), QString("a1"));
+    }
+
+    void aSelectionComesBackOnlyWhenTheFilterEnds()
+    {
+        FilteredList list(5);
+        list.setSelected(list.at(3), true);
+        list.edit.setText("a");
+        list.clearSelection();
+        list.edit.setText("a1");
+        QCOMPARE(list.selection(), QString());
+        list.filterItems("", false); // ended by the application
+        list.edit.clear();
+        QCOMPARE(list.selection(), QString());
+        list.filterItems("a", false);
+        list.edit.setText("a1");
+        list.edit.clear();
+        QCOMPARE(list.selection(), QString("a3"));
     }
 
     void aDeletedSelectionIsForgotten()
     {
-        ListProbe list;
-        list.fill(1, 5);
-        QLineEdit edit;
-        list.filterBuddy()->addFilterLineEdit(&edit);
+        FilteredList list(5);
         list.setSelected(list.at(3), true);
-        edit.setText("a1");
+        list.edit.setText("a1");
         delete list.at(3);
-        edit.clear();
+        list.edit.clear();
         QCOMPARE(list.selection(), QString());
     }
 
     void slotsMayClearTheListWhenTheFilterEnds()
     {
-        ListProbe list;
+        FilteredList list(5);
         list.setSelectionMode(Q3ListView::Multi);
-        list.fill(1, 5);
-        QLineEdit edit;
-        list.filterBuddy()->addFilterLineEdit(&edit);
         list.setSelected(list.at(3), true);
-        edit.setText("a1");
+        list.edit.setText("a1");
         list.clearSelection();
         connect(&list, SIGNAL(selectionChanged()), &list, SLOT(clear()));
-        edit.clear();
+        list.edit.clear();
         QCOMPARE(list.childCount(), 0);
     }
 
@@ -532,12 +577,17 @@ private Q_SLOTS:
         floater.show();
         floater.lineEdit()->setText("a1");
         QSignalSpy closed(&floater, SIGNAL(closed()));
+        bool filtering = true;
+        connect(&floater, &FilterFloater::closed, this, [&] { filtering = list.isFilteringItems(); });
         QTest::keyClick(&floater, Qt::Key_Escape, Qt::ShiftModifier);
         QCOMPARE(closed.count(), 0);
-        QTest::keyClick(&floater, Qt::Key_X);
+        QKeyEvent letter(QEvent::KeyPress, Qt::Key_X, Qt::NoModifier, "x");
+        QCoreApplication::sendEvent(&floater, &letter);
+        QVERIFY(!letter.isAccepted());
         QCOMPARE(closed.count(), 0);
         QTest::keyClick(&floater, Qt::Key_Escape);
         QCOMPARE(closed.count(), 1);
+        QVERIFY(!filtering); // by the time it is told
         QVERIFY(!floater.isVisible());
         QCOMPARE(floater.lineEdit()->text(), QString());
         QCOMPARE(list.rows(), QString("a0 a1 a2"));

@@ -4,6 +4,7 @@
 
 #include "qt3/q3header.h"
 #include "qt3/q3listview.h"
+#include "tests/support/activewindow.h"
 
 #include <QSignalSpy>
 #include <QtTest>
@@ -31,16 +32,7 @@ public:
         resize(300, 200);
     }
 
-    bool showAndWait()
-    {
-        show();
-        activateWindow();
-        if (!QTest::qWaitForWindowActive(this))
-            return false;
-        setFocus();
-        QCoreApplication::processEvents();
-        return true;
-    }
+    bool showAndWait() { return showActive(this); }
 
     Q3ListViewItem *at(int row) const { return items[static_cast<size_t>(row)]; }
     QPoint middleOf(Q3ListViewItem *item, int column = 0) const

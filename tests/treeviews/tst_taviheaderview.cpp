@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "tests/support/menuuser.h"
 #include "tests/support/tavitest.h"
 #include "tests/treeviews/headerfixture.h"
 
@@ -10,68 +11,10 @@
 
 namespace {
 
-/// What a visible menu offers: "title" or "[x] title" or "[ ] title"; "-" for a separator.
-QStringList entries(const QMenu &menu)
-{
-    QStringList texts;
-    const QList<QAction *> actions = menu.actions();
-    for (const QAction *action : actions) {
-        if (action->isSeparator())
-            texts << "-";
-        else if (action->isCheckable())
-            texts << (action->isChecked() ? "[x] " : "[ ] ") + action->text();
-        else
-            texts << action->text();
-    }
-    return texts;
-}
-
-/// Waits in the background for the header's menu and does with it what the test says.
-class MenuUser : public QObject
-{
-public:
-    explicit MenuUser(std::function<void(QMenu &)> use) : use_(std::move(use)) { startTimer(10); }
-
-    bool seen = false;
-
-protected:
-    void timerEvent(QTimerEvent *event) override
-    {
-        auto *menu = qobject_cast<QMenu *>(QApplication::activePopupWidget());
-        if (!menu || !menu->isVisible())
-            return;
-        killTimer(event->timerId());
-        seen = true;
-        use_(*menu);
-    }
-
-private:
-    const std::function<void(QMenu &)> use_;
-};
-
-/// By the keyboard: down to the entry, then Return.
-void choose(QMenu &menu, const QString &title)
-{
-    for (int step = 0; step <= menu.actions().size(); ++step) {
-        QTest::keyClick(&menu, Qt::Key_Down);
-        if (menu.activeAction() && menu.activeAction()->text() == title) {
-            QTest::keyClick(&menu, Qt::Key_Return);
-            return;
-        }
-    }
-    menu.close();
-    QTest::qFail(qPrintable("no entry " + title), __FILE__, __LINE__);
-}
-
 void rightClick(TaviHeaderView &header)
 {
     QContextMenuEvent event(QContextMenuEvent::Mouse, QPoint(10, 5), header.viewport()->mapToGlobal(QPoint(10, 5)));
     QCoreApplication::sendEvent(header.viewport(), &event);
-}
-
-void closeMenu(QMenu &menu)
-{
-    QTest::keyClick(&menu, Qt::Key_Escape);
 }
 
 /// A subclass with a slot of its own.

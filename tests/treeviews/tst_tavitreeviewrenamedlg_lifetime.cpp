@@ -42,6 +42,53 @@ private Q_SLOTS:
         QCOMPARE(tree.texts(), QString("new|new|a|xb|c|xd"));
     }
 
+    void aSelectionFollowsRowsThatGoUpMeanwhile()
+    {
+        RenameTree tree({"a", "b", "c", "d"});
+        tree.selectRows({1, 3});
+        const auto remove = connect(&tree.model, &QAbstractItemModel::dataChanged, this, [&tree] {
+            if (tree.model.rowCount() == 4)
+                tree.model.removeItem(tree.model.itemAt(0)); // which is not selected
+        });
+        RenameDialog dialog(tree);
+        dialog.choose(1, "x");
+        QCOMPARE(dialog.apply("applyToSelected"), 2);
+        disconnect(remove);
+        QCOMPARE(tree.texts(), QString("xb|c|xd"));
+    }
+
+    void aSelectionThatGoesWithAResetCountsNoMore()
+    {
+        RenameTree tree({"a", "b", "c"});
+        tree.selectRows({0, 2});
+        bool still_selected = true;
+        const auto reset = connect(&tree.model, &QAbstractItemModel::dataChanged, this, [&] {
+            tree.model.resetModel();
+            still_selected = tree.view.selectionModel()->isSelected(tree.view.model()->index(2, 0));
+        });
+        RenameDialog dialog(tree);
+        dialog.choose(1, "x");
+        QCOMPARE(dialog.apply("applyToSelected"), 1);
+        disconnect(reset);
+        QVERIFY(!still_selected);
+        QCOMPARE(tree.texts(), QString("xa|b|c"));
+    }
+
+    void aSelectionOfOtherColumnsDoesNotCount()
+    {
+        RenameTree tree({"a", "b"});
+        for (int row = 0; row < 2; ++row)
+            tree.model.itemAt(row)->setEditable(1, true);
+        QItemSelectionModel *selection = tree.view.selectionModel();
+        selection->select(tree.view.model()->index(0, 0), QItemSelectionModel::Select);
+        RenameDialog dialog(tree, 1);
+        dialog.choose(1, "x");
+        QCOMPARE(dialog.apply("applyToSelected"), 0);
+        selection->select(tree.view.model()->index(1, 1), QItemSelectionModel::Select);
+        QCOMPARE(dialog.apply("applyToSelected"), 1);
+        QCOMPARE(tree.texts(1), QString("remark of a|xremark of b"));
+    }
+
     void aSelectionFollowsRowsThatASlotSorts()
     {
         RenameTree tree({"a", "b", "c", "d"});
