@@ -1,14 +1,13 @@
 // SPDX-License-Identifier: MIT
 // A grid of cells of one size: a repaint and a change of width. The peer is the plain way to the same picture: a
 // table that fits its columns and rows to their contents at each repaint.
+#include "bench/benchmain.h"
 #include "treeviews/tavigridview.h"
 
 #include <QApplication>
 #include <QHeaderView>
 #include <QPainter>
 #include <QPixmap>
-
-#include <benchmark/benchmark.h>
 
 namespace {
 
@@ -101,11 +100,5 @@ BENCHMARK(gridChangeOfWidth)->Arg(1617)->Arg(100000)->Unit(benchmark::kMilliseco
 
 int main(int argc, char **argv)
 {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    QApplication application(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    if (benchmark::ReportUnrecognizedArguments(argc, argv))
-        return 1;
-    benchmark::RunSpecifiedBenchmarks();
-    return 0;
+    return runBenchmarks<QApplication>(argc, argv);
 }

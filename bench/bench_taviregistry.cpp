@@ -4,13 +4,12 @@
 /// of 100 keys; each write of the peer is followed by sync(), because the store's writes outlive the program as soon
 /// as they return. Sections and keys are made before the clock starts, in the form that each side takes.
 
+#include "bench/benchmain.h"
 #include "taviapp/taviregistry.h"
 
 #include <QCoreApplication>
 #include <QSettings>
 #include <QTemporaryDir>
-
-#include <benchmark/benchmark.h>
 
 #include <string>
 #include <vector>
@@ -158,11 +157,5 @@ BENCHMARK(registryOpens)->Name("open_with_1000_keys/TaviRegistry")->Unit(benchma
 
 int main(int argc, char **argv)
 {
-    const QCoreApplication application(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    if (benchmark::ReportUnrecognizedArguments(argc, argv))
-        return 1;
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
+    return runBenchmarks<QCoreApplication>(argc, argv);
 }

@@ -3,14 +3,10 @@
 /// The tree stack against Qt's two ways of showing the same table, each with a view in front, until it is painted.
 /// Arguments: rows of the top level, and children of each.
 
+#include "bench/benchmain.h"
 #include "bench/treestacks.h"
 
 #include <QApplication>
-
-#include <benchmark/benchmark.h>
-
-#include <ctime>
-#include <malloc.h>
 
 namespace {
 
@@ -37,17 +33,6 @@ std::unique_ptr<Stack> loaded(const benchmark::State &state)
     stack->append(makeItems<Stack>(static_cast<int>(state.range(0)), static_cast<int>(state.range(1))));
     paint(stack->view());
     return stack;
-}
-
-/// The time that one run of an operation takes, until its effect is painted: of the processor, since nothing waits
-/// and whatever else the machine does is left out.
-template <typename Operation>
-void measure(benchmark::State &state, QTreeView *view, Operation &&operation)
-{
-    const std::clock_t start = std::clock();
-    operation();
-    paint(view);
-    state.SetIterationTime(static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC);
 }
 
 template <typename Stack>
@@ -151,9 +136,7 @@ void changeUnderKeyword(benchmark::State &state)
     stack->filter(QStringLiteral("q"));
     paint(stack->view());
     for (auto _ : state) {
-        const std::clock_t start = std::clock();
-        stack->change(static_cast<int>(state.range(0)) / 2);
-        state.SetIterationTime(static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC);
+        measure(state, [&] { stack->change(static_cast<int>(state.range(0)) / 2); });
         stack->model.setData(stack->model.index(static_cast<int>(state.range(0)) / 2, 0), QStringLiteral("x"));
     }
 }
@@ -217,10 +200,9 @@ void memoryPerRow(benchmark::State &state)
 {
     for (auto _ : state) {
         Stack stack;
-        const std::size_t before = mallinfo2().uordblks;
+        const double before = heapInUse();
         stack.append(makeItems<Stack>(static_cast<int>(state.range(0)), 0));
-        const auto taken = static_cast<double>(mallinfo2().uordblks - before);
-        state.counters["bytes_a_row"] = taken / static_cast<double>(state.range(0));
+        state.counters["bytes_a_row"] = (heapInUse() - before) / static_cast<double>(state.range(0));
     }
 }
 
@@ -393,10 +375,5 @@ BENCHMARK(itemChanged)->Args({1000, 0})->Args({100000, 0});
 
 int main(int argc, char **argv)
 {
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-    const QApplication application(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    return 0;
+    return runBenchmarks<QApplication>(argc, argv);
 }

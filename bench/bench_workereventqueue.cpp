@@ -11,12 +11,11 @@
 ///   afterwards beyond what it held before is `in_use_KiB` (allocated memory) and `resident_KiB`; the time is that
 ///   until the last value has arrived, `all_events_ms` that until all events are delivered.
 
+#include "bench/benchmain.h"
 #include "instruments/orloinstrumentevent_p.h"
 
 #include <QCoreApplication>
 #include <QEventLoop>
-
-#include <benchmark/benchmark.h>
 
 #include <algorithm>
 #include <chrono>
@@ -302,13 +301,7 @@ BENCHMARK(heldUp<SignalRoad>)
 
 int main(int argc, char **argv)
 {
-    const QCoreApplication application(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    if (benchmark::ReportUnrecognizedArguments(argc, argv))
-        return 1;
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
+    return runBenchmarks<QCoreApplication>(argc, argv);
 }
 
 #include "bench_workereventqueue.moc"

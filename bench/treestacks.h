@@ -6,38 +6,20 @@
 /// behind a sorting and filtering proxy, and Qt's tree widget. Every way has the same operations, so that one
 /// benchmark measures all three.
 
-#include "bench/treetexts.h"
+#include "bench/treewidgetpeer.h"
 #include "treeviews/tavitreeitem.h"
 #include "treeviews/tavitreemodel.h"
 #include "treeviews/tavitreeproxymodel.h"
 #include "treeviews/tavitreeview.h"
 
-#include <QCoreApplication>
 #include <QHeaderView>
 #include <QLineEdit>
 #include <QSortFilterProxyModel>
 #include <QStandardItemModel>
-#include <QTreeView>
-#include <QTreeWidget>
 
 #include <memory>
 
 namespace treestacks {
-
-/// Shown, laid out and painted to the last pixel.
-inline void paint(QTreeView *view)
-{
-    QCoreApplication::processEvents();
-    view->viewport()->repaint();
-}
-
-inline void prepare(QTreeView *view)
-{
-    view->setUniformRowHeights(true);
-    view->resize(800, 600);
-    view->show();
-    paint(view);
-}
 
 /// Orders by the number in column 2.
 class NumberComparer : public TaviModelIndexComparer
@@ -206,81 +188,6 @@ public:
     QStandardItemModel model;
     Proxy proxy;
     QTreeView shown;
-};
-
-class Widget
-{
-public:
-    class Item : public QTreeWidgetItem
-    {
-    public:
-        using QTreeWidgetItem::QTreeWidgetItem;
-        bool operator<(const QTreeWidgetItem &other) const override
-        {
-            if (!by_number)
-                return QTreeWidgetItem::operator<(other);
-            return text(2).toInt() < other.text(2).toInt();
-        }
-        static inline bool by_number = false;
-    };
-
-    Widget()
-    {
-        Item::by_number = false;
-        shown.setHeaderLabels(header());
-        prepare(&shown);
-    }
-
-    static QTreeWidgetItem *makeItem(int row)
-    {
-        return new Item(QStringList{text(row, 0), text(row, 1), text(row, 2), text(row, 3)});
-    }
-    static void addChild(QTreeWidgetItem *parent, QTreeWidgetItem *child) { parent->addChild(child); }
-    static void makeCheckable(QTreeWidgetItem *item)
-    {
-        item->setFlags(item->flags() | Qt::ItemIsUserCheckable);
-        if (item->childCount() > 0)
-            item->setFlags(item->flags() | Qt::ItemIsAutoTristate);
-        item->setCheckState(0, Qt::Unchecked);
-    }
-    static void check(QTreeWidgetItem *item, bool on) { item->setCheckState(0, on ? Qt::Checked : Qt::Unchecked); }
-
-    void append(const QList<QTreeWidgetItem *> &items) { shown.addTopLevelItems(items); }
-    void append(QTreeWidgetItem *item) { shown.addTopLevelItem(item); }
-    void removeEverySecond()
-    {
-        for (int row = (shown.topLevelItemCount() - 1) / 2 * 2; row >= 0; row -= 2)
-            delete shown.takeTopLevelItem(row);
-    }
-    void takeEverySecond() { removeEverySecond(); }
-    void filter(const QString &keyword)
-    {
-        for (int row = 0; row < shown.topLevelItemCount(); ++row)
-            filter(shown.topLevelItem(row), keyword);
-        if (!keyword.isEmpty())
-            shown.expandAll();
-    }
-    void sort(int column) { shown.sortItems(column, Qt::AscendingOrder); }
-    void sortByNumber()
-    {
-        Item::by_number = true;
-        shown.sortItems(2, Qt::AscendingOrder);
-    }
-    QTreeView *view() { return &shown; }
-
-    QTreeWidget shown;
-
-private:
-    static bool filter(QTreeWidgetItem *item, const QString &keyword)
-    {
-        bool visible = keyword.isEmpty();
-        for (int column = 0; column < columns && !visible; ++column)
-            visible = item->text(column).contains(keyword, Qt::CaseInsensitive);
-        for (int row = 0; row < item->childCount(); ++row)
-            visible = filter(item->child(row), keyword) || visible;
-        item->setHidden(!visible);
-        return visible;
-    }
 };
 
 } // namespace treestacks

@@ -104,7 +104,8 @@ void Q3ListView::clear()
         one->parent_ = nullptr;
     children.first = children.last = children.root = nullptr;
     children.count = 0;
-    children.indexed = false;
+    children.linked = children.indexed = false;
+    children.misplaced.clear();
     d->clearing = true;
     while (item) {
         Q3ListViewItem *next = item->next_;

@@ -42,10 +42,13 @@ void Q3ListViewItem::contentChanged(int column)
     Q3ListView *view = listView();
     if (!view)
         return;
-    if (parent_ && column == Q3ListViewPrivate::of(view)->sort_column)
-        parent_->children_->unsorted = true;
+    const bool moves = parent_ && column == Q3ListViewPrivate::of(view)->sort_column;
+    if (moves)
+        Q3ListViewRows::misplace(this);
     if (!(flags_ & SetUp))
         return;
+    if (moves)
+        view->triggerUpdate(); // of the others, too
     widthChanged(column);
     if (multiLinesEnabled() || extra_)
         setup();

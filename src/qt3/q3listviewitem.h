@@ -47,11 +47,14 @@ using QColorGroup = QPalette;
 /// @endcode
 ///
 /// **Order.** In a view that sorts, children are put in order when the order is needed: before they are shown, and by
-/// Q3ListView::firstChild(), itemPos(), itemAt(). firstChild() and nextSibling() of an item do not sort.
+/// Q3ListView::firstChild(), itemPos(), itemAt(). firstChild() and nextSibling() of an item do not sort. What came,
+/// or got another text by setText(), is brought to its place then; where compare() gives another answer for other
+/// reasons, call sort().
 ///
 /// **Cost.** Inserting, taking and deleting an item are O(1) in the long run and O(log n) at most, n its siblings;
 /// itemBelow() and itemAbove() are O(1), or O(log n) over many hidden items; itemPos(), height changes, opening and
-/// hiding O(depth log n). listView() and depth() are O(depth). An item takes 112 bytes and its texts.
+/// hiding O(depth log n). Bringing k items to their places among n asks compare() O(k log n) times, or O(n log n) if
+/// they are many. listView() and depth() are O(depth). An item takes 112 bytes and its texts.
 ///
 /// GUI thread only.
 class TAVIQT3_EXPORT Q3ListViewItem
@@ -152,7 +155,9 @@ public:
     /// @name Sorting
     /// @{
 
-    /// Sorts the children by a column; those that are equal keep their order. O(n log n) calls of compare().
+    /// Sorts the children by a column; those that are equal keep their order. O(n log n) calls of compare(). The view
+    /// calls it, too, when children came or changed to children that are in order, and for these it takes
+    /// O(log n) each.
     virtual void sortChildItems(int column, bool ascending);
     /// Sorts the children as the view is sorted.
     virtual void sort();
@@ -290,7 +295,11 @@ private:
         MultiLines = 0x100,
         SetUp = 0x200,   ///< setup() was called.
         Pending = 0x400, ///< The view has it in its list of items to be measured.
-        Dying = 0x800    ///< Its destructor runs.
+        Dying = 0x800,   ///< Its destructor runs.
+        /// It is in its parent's list of children that may have to move.
+        Misplaced = 0x1000,
+        /// It is deleted with what was above it, which deletes its children after it.
+        HandsOver = 0x2000
     };
 
     struct RootTag {};
@@ -305,6 +314,7 @@ private:
     bool isInside(const Q3ListViewItem *ancestor) const;
     Q3ListViewItemExtra *extra();
     void contentChanged(int column);
+    void deleteChildren();
 
     Q3ListViewItem *parent_ = nullptr; ///< Of a top-level item, the view's hidden root.
     Q3ListViewItem *previous_ = nullptr;

@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <utility>
-#include <vector>
 
 namespace {
 
@@ -114,12 +113,40 @@ Q3ListViewItem::~Q3ListViewItem()
     if (parent_)
         parent_->Q3ListViewItem::takeItem(this);
     Q3ListViewItemGuard::deleted(this);
-    while (children_ && children_->first) {
-        Q3ListViewItem *child = children_->first;
-        children_->first = child->next_;
+    if (children_)
+        deleteChildren();
+}
+
+/// Deletes all below without recursion, since trees may be deeper than the stack: what is deleted here leaves its
+/// children to it. Their destructors may delete siblings.
+void Q3ListViewItem::deleteChildren()
+{
+    static Q3ListViewItem *heir = nullptr;
+    Q3ListViewChildren &children = *children_;
+    children.linked = children.indexed = false;
+    children.misplaced.clear();
+    if (flags_ & HandsOver) {
+        if (!children.first)
+            return;
+        Q3ListViewChildren &others = *heir->children_;
+        for (Q3ListViewItem *child = children.first; child; child = child->next_)
+            child->parent_ = heir;
+        children.last->next_ = others.first;
+        (others.first ? others.first->previous_ : others.last) = children.last;
+        others.first = children.first;
+        others.count += children.count;
+        return;
+    }
+    Q3ListViewItem *outer = std::exchange(heir, this);
+    while (children.first) {
+        Q3ListViewItem *child = children.first;
+        Q3ListViewRows::leave(child);
+        --children.count;
         child->parent_ = child->next_ = child->previous_ = nullptr;
+        child->setFlag(HandsOver, true);
         delete child;
     }
+    heir = outer;
 }
 
 void Q3ListViewItem::insertItem(Q3ListViewItem *newChild)
@@ -232,46 +259,6 @@ Q3ListViewItem *Q3ListViewItem::itemBelow() const
         }
     }
     return nullptr;
-}
-
-void Q3ListViewItem::enforceSortOrder() const
-{
-    const Q3ListView *view = listView();
-    const Q3ListViewPrivate *d = view ? Q3ListViewPrivate::of(view) : nullptr;
-    if (!children_ || !d || !d->isSorted())
-        return;
-    if (children_->unsorted || children_->column != d->sort_column || children_->ascending != d->sort_ascending)
-        const_cast<Q3ListViewItem *>(this)->sortChildItems(d->sort_column, d->sort_ascending);
-}
-
-void Q3ListViewItem::sortChildItems(int column, bool ascending)
-{
-    if (!children_)
-        return;
-    children_->unsorted = false;
-    children_->column = column;
-    children_->ascending = ascending;
-    std::vector<Q3ListViewItem *> items;
-    items.reserve(static_cast<size_t>(children_->count));
-    for (Q3ListViewItem *item = children_->first; item; item = item->next_)
-        items.push_back(item);
-    const auto before = [column, ascending](Q3ListViewItem *a, Q3ListViewItem *b) {
-        const int order = a->compare(b, column, ascending);
-        return ascending ? order < 0 : order > 0;
-    };
-    if (std::is_sorted(items.begin(), items.end(), before))
-        return;
-    std::stable_sort(items.begin(), items.end(), before);
-    Q3ListViewRows::reorder(this, items);
-}
-
-void Q3ListViewItem::sort()
-{
-    if (children_)
-        children_->unsorted = true;
-    enforceSortOrder();
-    if (Q3ListView *view = listView())
-        view->triggerUpdate();
 }
 
 int Q3ListViewItem::totalHeight() const

@@ -29,9 +29,9 @@ void Q3ListViewItemGuard::deleted(const Q3ListViewItem *item)
 }
 
 /// Whether a change to a search tree pays; after many without a question, making it anew when asked is cheaper.
-bool Q3ListViewRows::mayChangeTree(Q3ListViewChildren &children)
+bool Q3ListViewRows::changePays(Q3ListViewChildren &children)
 {
-    return children.indexed && ++children.changes <= 64 + children.count / 16;
+    return ++children.changes <= fewOf(children);
 }
 
 int Q3ListViewRows::totalOf(const Q3ListViewItem *item)
@@ -74,7 +74,7 @@ void Q3ListViewRows::changed(Q3ListViewItem *item)
     if (!parent || !parent->children_->indexed || (item->flags_ & Q3ListViewItem::Pending))
         return;
     Q3ListView *view = item->listView();
-    if (!view || !mayChangeTree(*parent->children_)) {
+    if (!view || !changePays(*parent->children_)) {
         forget(parent);
         return;
     }
@@ -89,26 +89,40 @@ void Q3ListViewRows::changed(Q3ListViewItem *item)
     passUp(parent);
 }
 
+void Q3ListViewRows::join(Q3ListViewItem *item, Q3ListViewItem *after)
+{
+    Q3ListViewChildren &children = *item->parent_->children_;
+    item->previous_ = after;
+    item->next_ = after ? after->next_ : children.first;
+    (item->previous_ ? item->previous_->next_ : children.first) = item;
+    (item->next_ ? item->next_->previous_ : children.last) = item;
+}
+
+void Q3ListViewRows::leave(Q3ListViewItem *item)
+{
+    Q3ListViewChildren &children = *item->parent_->children_;
+    (item->previous_ ? item->previous_->next_ : children.first) = item->next_;
+    (item->next_ ? item->next_->previous_ : children.last) = item->previous_;
+}
+
 void Q3ListViewRows::link(Q3ListViewItem *parent, Q3ListViewItem *item, Q3ListViewItem *after)
 {
     if (!parent->children_)
         parent->children_ = std::make_unique<Q3ListViewChildren>();
     Q3ListViewChildren &children = *parent->children_;
     item->parent_ = parent;
-    item->previous_ = after;
-    item->next_ = after ? after->next_ : children.first;
-    (item->previous_ ? item->previous_->next_ : children.first) = item;
-    (item->next_ ? item->next_->previous_ : children.last) = item;
+    join(item, after);
     ++children.count;
-    children.unsorted = true;
+    misplace(item);
     item->total_ = 0;
-    Q3ListView *view = children.indexed ? parent->listView() : nullptr;
-    if (view && mayChangeTree(children)) {
+    children.linked = children.linked && changePays(children);
+    if (children.linked)
         Q3ListViewTree::insert(children, item);
+    Q3ListView *view = children.linked && children.indexed ? parent->listView() : nullptr;
+    if (view)
         Q3ListViewPrivate::of(view)->addPending(item);
-    } else {
+    else
         forget(parent);
-    }
 }
 
 void Q3ListViewRows::unlink(Q3ListViewItem *item)
@@ -117,39 +131,23 @@ void Q3ListViewRows::unlink(Q3ListViewItem *item)
     Q3ListViewChildren &children = *parent->children_;
     if (Q3ListView *view = (item->flags_ & Q3ListViewItem::Pending) || item->children_ ? item->listView() : nullptr)
         Q3ListViewPrivate::of(view)->removePending(item);
-    if (mayChangeTree(children)) {
-        Q3ListViewTree::remove(children, item);
-        passUp(parent);
-    } else {
-        forget(parent);
+    if (item->flags_ & Q3ListViewItem::Misplaced) {
+        item->setFlag(Q3ListViewItem::Misplaced, false);
+        // It most likely came a moment ago.
+        const auto found = std::find(children.misplaced.rbegin(), children.misplaced.rend(), item);
+        if (found != children.misplaced.rend())
+            children.misplaced.erase(std::next(found).base());
     }
-    (item->previous_ ? item->previous_->next_ : children.first) = item->next_;
-    (item->next_ ? item->next_->previous_ : children.last) = item->previous_;
+    children.linked = children.linked && changePays(children);
+    if (children.linked)
+        Q3ListViewTree::remove(children, item);
+    if (children.linked && children.indexed)
+        passUp(parent);
+    else
+        forget(parent);
+    leave(item);
     --children.count;
     item->parent_ = item->previous_ = item->next_ = nullptr;
-}
-
-void Q3ListViewRows::reorder(Q3ListViewItem *parent, const std::vector<Q3ListViewItem *> &order)
-{
-    Q3ListViewChildren &children = *parent->children_;
-    Q3ListViewItem *last = nullptr;
-    children.first = nullptr;
-    for (Q3ListViewItem *item : order) {
-        item->previous_ = last;
-        (last ? last->next_ : children.first) = item;
-        last = item;
-    }
-    if (last)
-        last->next_ = nullptr;
-    children.last = last;
-    if (children.indexed)
-        Q3ListViewTree::build(children);
-}
-
-void Q3ListViewRows::order(Q3ListViewItem *parent)
-{
-    if (parent->children_)
-        parent->enforceSortOrder();
 }
 
 void Q3ListViewRows::ensureSetup(Q3ListViewItem *item)
@@ -160,28 +158,50 @@ void Q3ListViewRows::ensureSetup(Q3ListViewItem *item)
     item->setup();
 }
 
-void Q3ListViewRows::index(Q3ListViewItem *parent)
+void Q3ListViewRows::index(Q3ListViewItem *top)
 {
-    if (!parent->children_)
-        return;
-    order(parent);
-    Q3ListViewChildren &children = *parent->children_;
-    if (!children.indexed) {
-        // An item may fill itself, and its parent, in its setup().
-        int count = -1;
-        while (count != children.count) {
-            count = children.count;
-            for (Q3ListViewItem *item = children.first; item; item = item->next_) {
-                ensureSetup(item);
-                if ((item->flags_ & Q3ListViewItem::Opened) && item->isVisible())
-                    index(item);
-                item->total_ = totalOf(item);
+    // A path of its own in place of recursion: trees may be deeper than the stack.
+    struct Step {
+        Q3ListViewItem *parent;
+        Q3ListViewItem *child; ///< The next to be measured.
+        int count;             ///< Of the children, when going over them began.
+    };
+    std::vector<Step> path;
+    const auto enter = [&path](Q3ListViewItem *parent) {
+        if (!parent->children_)
+            return false;
+        order(parent);
+        const Q3ListViewChildren &children = *parent->children_;
+        parent->children_->changes = 0;
+        if (!children.indexed)
+            path.push_back({parent, children.first, children.count});
+        return !children.indexed;
+    };
+    enter(top);
+    while (!path.empty()) {
+        Q3ListViewItem *item = path.back().child;
+        Q3ListViewItem *parent = path.back().parent;
+        if (item) {
+            ensureSetup(item);
+            if ((item->flags_ & Q3ListViewItem::Opened) && item->isVisible() && enter(item))
+                continue;
+        } else {
+            Q3ListViewChildren &children = *parent->children_;
+            if (path.back().count != children.count) {
+                // An item may fill itself, and its parent, in its setup().
+                path.back() = {parent, children.first, children.count};
+                continue;
             }
+            Q3ListViewTree::build(children);
+            children.linked = children.indexed = true;
+            path.pop_back();
+            if (path.empty())
+                break;
+            item = parent;
         }
-        Q3ListViewTree::build(children);
-        children.indexed = true;
+        item->total_ = totalOf(item);
+        path.back().child = item->next_;
     }
-    children.changes = 0;
 }
 
 int Q3ListViewRows::position(const Q3ListViewItem *item)

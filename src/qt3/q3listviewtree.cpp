@@ -149,3 +149,32 @@ Q3ListViewItem *Q3ListViewTree::find(const Q3ListViewChildren &children, int &y)
     }
     return nullptr;
 }
+
+bool Q3ListViewTree::isBefore(const Q3ListViewItem *a, const Q3ListViewItem *b)
+{
+    const auto level = [](const Q3ListViewItem *node) {
+        int ups = 0;
+        for (; node->tree_up_; node = node->tree_up_)
+            ++ups;
+        return ups;
+    };
+    int lead = level(a) - level(b); // by which a is the deeper
+    const Q3ListViewItem *below = nullptr;
+    for (; lead > 0; --lead) {
+        below = a;
+        a = a->tree_up_;
+    }
+    if (below && a == b)
+        return below == b->tree_left_;
+    for (; lead < 0; ++lead) {
+        below = b;
+        b = b->tree_up_;
+    }
+    if (a == b)
+        return below && below == a->tree_right_;
+    while (a->tree_up_ != b->tree_up_) {
+        a = a->tree_up_;
+        b = b->tree_up_;
+    }
+    return a->tree_up_->tree_left_ == a;
+}

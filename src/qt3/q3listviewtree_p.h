@@ -13,13 +13,17 @@ struct Q3ListViewChildren {
     Q3ListView *view = nullptr; ///< Of a view's hidden root only.
     Q3ListViewItem *first = nullptr;
     Q3ListViewItem *last = nullptr;
-    Q3ListViewItem *root = nullptr; ///< Of the search tree; it means something only when indexed.
+    Q3ListViewItem *root = nullptr; ///< Of the search tree; it means something only when linked.
     int count = 0;
-    int changes = 0;      ///< To the search tree since it was asked last.
-    bool indexed = false; ///< The search tree tells all heights and positions.
-    bool unsorted = true; ///< The order may be another than that of the last sorting.
+    int changes = 0;             ///< To the search tree since it was asked last.
+    bool linked = false;         ///< The search tree has all of them, as they stand.
+    bool indexed = false;        ///< It tells all heights and positions, too.
+    bool unsorted = true;        ///< Any of them may stand elsewhere than the last sorting left it.
+    bool only_misplaced = false; ///< The sorting that begins has to do with these only.
     bool ascending = true;
     int column = -1; ///< They were sorted by.
+    /// What came, or changed its text, since the last sorting; nothing if unsorted. The others are in order.
+    std::vector<Q3ListViewItem *> misplaced;
 };
 
 /// What few items have.
@@ -48,6 +52,21 @@ public:
     /// The item that covers @a y pixels from the first, which is then made to count from the item's top; null
     /// outside. O(log n).
     static Q3ListViewItem *find(const Q3ListViewChildren &children, int &y);
+    /// Whether a sibling stands before another one. O(log n).
+    static bool isBefore(const Q3ListViewItem *a, const Q3ListViewItem *b);
+    /// The last item for which @a stands_before is true, as it is for all before that; null if it is for none.
+    /// O(log n) questions.
+    template <typename Predicate>
+    static Q3ListViewItem *last(const Q3ListViewChildren &children, Predicate stands_before)
+    {
+        Q3ListViewItem *last = nullptr;
+        for (Q3ListViewItem *node = children.root; node;) {
+            const bool before = stands_before(node);
+            last = before ? node : last;
+            node = before ? node->tree_right_ : node->tree_left_;
+        }
+        return last;
+    }
 
 private:
     static int sum(const Q3ListViewItem *node) { return node ? node->tree_sum_ : 0; }
@@ -62,10 +81,23 @@ class Q3ListViewRows
 public:
     /// Links an item in behind another child, or as the first.
     static void link(Q3ListViewItem *parent, Q3ListViewItem *item, Q3ListViewItem *after);
+    /// Puts an item into its parent's list, behind a sibling or first, and no more.
+    static void join(Q3ListViewItem *item, Q3ListViewItem *after);
+    /// Takes it out of the list, and no more.
+    static void leave(Q3ListViewItem *item);
     /// Takes an item out of its siblings.
     static void unlink(Q3ListViewItem *item);
     /// Links the children anew in the order given.
     static void reorder(Q3ListViewItem *parent, const std::vector<Q3ListViewItem *> &order);
+    /// Makes the search tree of the children, if there is none, without heights.
+    static void linkTree(Q3ListViewChildren &children);
+    /// An item may stand elsewhere now than its siblings are sorted.
+    static void misplace(Q3ListViewItem *item);
+    /// Forgets which children are misplaced.
+    static void settle(Q3ListViewChildren &children);
+    /// Brings what is misplaced to its place among siblings that are in order, as sorting them all would; false if
+    /// that has to be done. O(k log n) calls of compare() for k of n items.
+    static bool place(Q3ListViewItem *parent);
     /// The heights of an item's children are not known any more.
     static void forget(Q3ListViewItem *parent);
     /// An item's total height is another now: height, visibility, opening.
@@ -98,7 +130,9 @@ public:
     static Q3ListViewItem *previous(const Q3ListViewItem *item);
 
 private:
-    static bool mayChangeTree(Q3ListViewChildren &children);
+    /// How many single changes cost less than doing all anew.
+    static int fewOf(const Q3ListViewChildren &children) { return 64 + children.count / 16; }
+    static bool changePays(Q3ListViewChildren &children);
     static int totalOf(const Q3ListViewItem *item);
     static void passUp(Q3ListViewItem *parent);
 };
