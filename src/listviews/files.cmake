@@ -1,8 +1,13 @@
 # SPDX-License-Identifier: MIT
 list(APPEND TAVIWIDGETS_HEADERS
+    listviews/dndlistview.h
     listviews/tavilistview.h
     listviews/tavilistviewbuddies.h)
 list(APPEND TAVIWIDGETS_SOURCES
+    listviews/dndindicator.cpp
+    listviews/dndlistview.cpp
+    listviews/dndlistview_drop.cpp
+    listviews/dndlistview_mouse.cpp
     listviews/filterfloater.cpp
     listviews/listheaderstate.cpp
     listviews/listheaderstate_p.h
