@@ -1,6 +1,7 @@
 # SPDX-License-Identifier: MIT
 list(APPEND TAVIWIDGETS_HEADERS
     listviews/dndlistview.h
+    listviews/taviconfigorderlistview.h
     listviews/tavilistview.h
     listviews/tavilistviewbuddies.h)
 list(APPEND TAVIWIDGETS_SOURCES
@@ -12,6 +13,8 @@ list(APPEND TAVIWIDGETS_SOURCES
     listviews/listheaderstate.cpp
     listviews/listheaderstate_p.h
     listviews/listviewwalk_p.h
+    listviews/taviconfigorder_list.cpp
+    listviews/taviconfigorderlistview.cpp
     listviews/tavilistview.cpp
     listviews/tavilistview_columns.cpp
     listviews/tavilistview_filter.cpp

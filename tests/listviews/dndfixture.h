@@ -19,14 +19,14 @@ class DragTarget : public View
 public:
     using View::View;
 
-    bool enter(const QMimeData &dragged, const QPoint &at = QPoint(10, 10))
+    bool enter(const QMimeData &mime, const QPoint &at = QPoint(10, 10))
     {
-        QDragEnterEvent event(at, Qt::MoveAction, &dragged, Qt::LeftButton, Qt::NoModifier);
+        QDragEnterEvent event(at, Qt::MoveAction, &mime, Qt::LeftButton, Qt::NoModifier);
         return take(event);
     }
-    bool moveOver(const QMimeData &dragged, const QPoint &at)
+    bool moveOver(const QMimeData &mime, const QPoint &at)
     {
-        QDragMoveEvent event(at, Qt::MoveAction, &dragged, Qt::LeftButton, Qt::NoModifier);
+        QDragMoveEvent event(at, Qt::MoveAction, &mime, Qt::LeftButton, Qt::NoModifier);
         return take(event);
     }
     void leave()
@@ -34,18 +34,18 @@ public:
         QDragLeaveEvent event;
         this->viewportEvent(&event);
     }
-    bool drop(const QMimeData &dragged, const QPoint &at, Qt::DropAction action = Qt::MoveAction)
+    bool drop(const QMimeData &mime, const QPoint &at, Qt::DropAction action = Qt::MoveAction)
     {
-        QDropEvent event(at, Qt::CopyAction | Qt::MoveAction, &dragged, Qt::LeftButton, Qt::NoModifier);
+        QDropEvent event(at, Qt::CopyAction | Qt::MoveAction, &mime, Qt::LeftButton, Qt::NoModifier);
         event.setDropAction(action);
         return take(event);
     }
     /// As a drag does: it moves over the place before it is dropped there.
-    bool dragAndDrop(const QMimeData &dragged, const QPoint &at)
+    bool dragAndDrop(const QMimeData &mime, const QPoint &at)
     {
-        enter(dragged, at);
-        moveOver(dragged, at);
-        return drop(dragged, at);
+        enter(mime, at);
+        moveOver(mime, at);
+        return drop(mime, at);
     }
     DNDIndicator *mark() const { return this->viewport()->template findChild<DNDIndicator *>("DNDindicator"); }
     Q3ListViewItem *at(int row) const
@@ -108,8 +108,8 @@ public:
     int decode(Q3ListViewItem *after, const QDropEvent *event) override
     {
         calls << "decode " + event->mimeData()->data(type) + " after " + (after ? after->text(0) : "null");
-        if (during_decode)
-            during_decode();
+        if (const auto act = during_decode)
+            act(); // perhaps the end of this list
         return 1;
     }
     void clearSources(bool remove) override { calls << (remove ? "remove" : "keep"); }
