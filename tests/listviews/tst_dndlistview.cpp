@@ -351,6 +351,17 @@ private Q_SLOTS:
         }
     }
 
+    void ontoItemsTheLineOfBeforeDoesNotCount()
+    {
+        DNDProbe list;
+        QVERIFY(list.showAndWait());
+        const Ink ink;
+        QVERIFY(list.moveOver(ink, list.inRow(2, 0.1)));
+        list.setDropBetweenMode(false);
+        QVERIFY(list.dragAndDrop(ink, list.inRow(2, 0.1)));
+        QCOMPARE(list.calls, QStringList{"decode cyan after c"});
+    }
+
     void rowsThatAreHiddenAreNotDroppedOn()
     {
         DNDProbe list;
@@ -501,6 +512,7 @@ private Q_SLOTS:
         list.has_something = false;
         QVERIFY(list.showAndWait());
         pressAndMove(list, list.inRow(2), QPoint(0, 40), Qt::RightButton);
+        moveTo(list, list.inRow(3), Qt::LeftButton); // which was pressed elsewhere
         QTest::mouseRelease(list.viewport(), Qt::RightButton);
         QCOMPARE(list.asked, 0);
         // Nor one that was not pressed here.

@@ -539,7 +539,7 @@ private Q_SLOTS:
             dialog.right.selectAll(true);
             call(things, "makeHidden");
             QCOMPARE(dialog.right.childCount(), 0);
-            QVERIFY2(timer.elapsed() < 15000, qPrintable(QString::number(timer.elapsed())));
+            QVERIFY2(timer.elapsed() < 60000, qPrintable(QString::number(timer.elapsed())));
             qInfo("%d things: %lld ms", count, timer.elapsed());
         });
     }
