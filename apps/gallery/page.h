@@ -24,6 +24,7 @@ QWidget *makeColorSchemePage(bool for_picture);
 QWidget *makeSpectroBuddyPage(bool for_picture);
 QWidget *makeTaviWidgetUtilPage(bool for_picture);
 QWidget *makeTaviConfigOrderPage(bool for_picture);
+QWidget *makeTaviConfigOrderListViewPage(bool for_picture);
 QWidget *makeTaviGridViewPage(bool for_picture);
 QWidget *makeTaviHeaderViewPage(bool for_picture);
 QWidget *makeTaviListViewPage(bool for_picture);

@@ -3,6 +3,7 @@
 
 #include "qt3/q3header.h"
 #include "treeviews/statusline_p.h"
+#include "treeviews/taviconfigorder.h"
 #include "treeviews/viewframe_p.h"
 
 #include <QAction>
@@ -68,6 +69,8 @@ TaviListView::TaviListView(bool header_menu, QWidget *parent, const char *name, 
 
 TaviListView::~TaviListView()
 {
+    if (header_order)
+        header_order->cancel(); // it shows the column items
     fixed_column_items.clear();
     qDeleteAll(column_items);
     column_items.clear();

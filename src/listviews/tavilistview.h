@@ -21,6 +21,7 @@ class QDialog;
 class QStackedWidget;
 class QStatusBar;
 class Q3WidgetStack;
+class TaviConfigOrder;
 class TaviRegistry;
 
 /// @file
@@ -45,8 +46,15 @@ public:
     /// The picture; null here.
     virtual QPixmap itemPixmap() const;
 
+    /// Whether the thing is in the list of what shows, while the user edits that; false at first. It is what
+    /// isItemVisible() becomes if he accepts.
+    bool isItemInShowList() const { return in_show_list; }
+    /// Sets whether it is in that list.
+    void setItemInShowList(bool in_list) { in_show_list = in_list; }
+
 private:
     bool visible = true;
+    bool in_show_list = false;
 };
 
 /// A column of a TaviListView, shown or not.
@@ -417,6 +425,7 @@ private:
     QString filter_keyword;
     bool filter_inverted = false;
     QPointer<QDialog> rename_dialog;
+    QPointer<TaviConfigOrder> header_order; // while its dialog is open
     QElapsedTimer last_key_time;
     QString search_text; // in lower case
     QPointer<QStatusBar> status_bar;

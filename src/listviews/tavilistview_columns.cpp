@@ -3,6 +3,7 @@
 // Columns: the operations of the base class, and the column items behind them.
 #include "listviews/tavilistview.h"
 #include "qt3/q3header.h"
+#include "treeviews/taviconfigorder.h"
 
 #include <QSignalBlocker>
 
@@ -190,6 +191,8 @@ void TaviListView::setHeaderMenuEnabled(bool enabled)
 {
     if (enabled == header_menu_enabled)
         return;
+    if (header_order)
+        header_order->cancel(); // it shows the column items
     header_menu_enabled = enabled;
     fixed_column_items.clear();
     qDeleteAll(std::exchange(column_items, {}));

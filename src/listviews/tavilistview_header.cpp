@@ -98,41 +98,26 @@ void TaviListView::sizeChange(int section, int oldSize, int newSize)
 
 void TaviListView::configureHeaders()
 {
-    const auto entryOf = [](const ColumnItem *column, int place, bool in_show_list) {
-        auto *const entry = new ConfigOrderItem;
-        entry->setItemInShowList(in_show_list);
-        entry->setData(0, column->title, Qt::DisplayRole);
-        if (!column->icon.isNull())
-            entry->setData(0, column->itemPixmap(), Qt::DecorationRole);
-        entry->setItemID(place);
-        entry->setItemVisible(column->isItemVisible());
-        return entry;
-    };
-    QList<ConfigOrderItem *> all;
-    QList<ConfigOrderItem *> shown;
-    for (int place = 0; place < fixed_column_items.size(); ++place)
-        all.append(entryOf(fixed_column_items.at(place), place, false));
-    for (ColumnItem *const column : qAsConst(column_items)) {
-        if (column->isItemVisible())
-            shown.append(entryOf(column, fixed_column_items.indexOf(column), true));
-    }
-
-    const QPointer<TaviListView> self(this);
-    const QList<ColumnItem *> columns_before = fixed_column_items;
+    if (header_order)
+        return;
+    QList<TaviConfigOrderItem *> all;
+    QList<TaviConfigOrderItem *> shown;
+    for (ColumnItem *const column : qAsConst(fixed_column_items))
+        all.append(column);
+    for (ColumnItem *const column : qAsConst(column_items))
+        shown.append(column);
     TaviConfigOrder order(tr("Configure List Headers"), this, "header_config");
-    const bool accepted = order.reorder(all, shown, false, nullptr, "taviconfig_order_dlg") == QDialog::Accepted;
-    // Whatever ran while the dialog was open may have taken the view away, or columns.
-    if (self && accepted && fixed_column_items == columns_before) {
-        QList<ColumnItem *> ordered;
-        for (const ConfigOrderItem *const entry : qAsConst(shown))
-            ordered.append(fixed_column_items.at(entry->itemID()));
-        for (ColumnItem *const column : qAsConst(fixed_column_items)) {
-            column->setItemVisible(ordered.contains(column));
-            if (!column->isItemVisible())
-                ordered.append(column);
-        }
-        column_items = ordered;
-        rebuildHeaders();
+    header_order = &order;
+    // The view, and with it the dialog, may go meanwhile.
+    if (order.reorder(all, shown, false, nullptr, "taviconfig_order_dlg") != QDialog::Accepted)
+        return;
+    QList<ColumnItem *> ordered;
+    for (TaviConfigOrderItem *const column : qAsConst(shown))
+        ordered.append(static_cast<ColumnItem *>(column));
+    for (ColumnItem *const column : qAsConst(column_items)) {
+        if (!ordered.contains(column))
+            ordered.append(column); // one that came meanwhile
     }
-    qDeleteAll(shown);
+    column_items = ordered;
+    rebuildHeaders();
 }

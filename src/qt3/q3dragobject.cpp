@@ -31,7 +31,12 @@ Q3DragObject::Q3DragObject(QWidget *dragSource, const char *name) : QObject(drag
     setObjectName(QLatin1String(name));
 }
 
-Q3DragObject::~Q3DragObject() = default;
+Q3DragObject::~Q3DragObject()
+{
+    // Its loop would go on until a key ends it.
+    if (running_)
+        QDrag::cancel();
+}
 
 bool Q3DragObject::drag()
 {
@@ -108,18 +113,25 @@ bool Q3DragObject::drag(DragMode mode)
         break;
     }
     lastTarget().clear();
-    auto *running = new QDrag(parent() ? parent() : this);
-    running->setMimeData(mimeData());
+    const QPointer<QDrag> alive = new QDrag(parent() ? parent() : this);
+    alive->setMimeData(mimeData());
     if (!pixmap_.isNull()) {
-        running->setPixmap(pixmap_);
-        running->setHotSpot(hotspot_);
+        alive->setPixmap(pixmap_);
+        alive->setHotSpot(hotspot_);
     }
     const QPointer<Q3DragObject> self(this);
-    const QPointer<QDrag> alive(running);
-    const Qt::DropAction done = running->exec(possible, usual);
-    lastTarget() = alive ? qobject_cast<QWidget *>(alive->target()) : nullptr;
-    if (self)
+    running_ = alive;
+    // The drag itself does not notice when its target goes.
+    QPointer<QObject> target;
+    connect(alive.data(), &QDrag::targetChanged, alive.data(), [&target](QObject *now) { target = now; });
+    const Qt::DropAction done = alive->exec(possible, usual);
+    lastTarget() = alive ? qobject_cast<QWidget *>(target.data()) : nullptr;
+    if (alive)
+        alive->disconnect(alive); // it outlives this call
+    if (self) {
+        running_ = nullptr;
         deleteLater();
+    }
     return done == Qt::MoveAction;
 }
 

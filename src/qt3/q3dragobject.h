@@ -10,6 +10,7 @@
 #include <QPoint>
 #include <QPointer>
 
+class QDrag;
 class QMimeData;
 class QWidget;
 
@@ -94,6 +95,7 @@ private:
 
     QPixmap pixmap_;
     QPoint hotspot_;
+    QPointer<QDrag> running_;
 };
 
 /// A drag of data in one format.

@@ -152,7 +152,7 @@ public:
     int columns() const;
     /// Which columns take up the room there is.
     ResizeMode resizeMode() const;
-    /// Sets it, for the columns there are.
+    /// Sets it, for the columns there are and those that come.
     virtual void setResizeMode(ResizeMode m);
     /// @}
 

@@ -23,6 +23,8 @@ void Q3ListViewPrivate::columnAdded(int width)
     added.mode = width < 0 ? Q3ListView::Maximum : Q3ListView::Manual;
     added.measure = width < 0 && q->childCount() > 0;
     columns.push_back(added);
+    if (resize_mode == Q3ListView::LastColumn)
+        stretchColumns();
     updateSortIndicator();
     q->triggerUpdate();
 }
@@ -116,10 +118,15 @@ Q3ListView::ResizeMode Q3ListView::resizeMode() const
 void Q3ListView::setResizeMode(ResizeMode m)
 {
     d->resize_mode = m;
-    d->header->setStretchEnabled(m == AllColumns);
-    if (m == LastColumn)
-        d->header->setStretchEnabled(true, columns() - 1);
+    d->stretchColumns();
     triggerUpdate();
+}
+
+void Q3ListViewPrivate::stretchColumns()
+{
+    header->setStretchEnabled(resize_mode == Q3ListView::AllColumns);
+    if (resize_mode == Q3ListView::LastColumn && !columns.empty())
+        header->setStretchEnabled(true, q->columns() - 1);
 }
 
 /// The width that an item wants for a column, with its indentation.

@@ -36,6 +36,7 @@ struct Q3ListViewPrivate {
     int contentsHeight();
     void measureColumns();
     void columnAdded(int width);
+    void stretchColumns();
     void headingChanged(int column);
     int headingWidth(int column) const;
     void layOutHeader();

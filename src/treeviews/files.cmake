@@ -23,6 +23,7 @@ list(APPEND TAVIWIDGETS_SOURCES
     treeviews/configorderrows.cpp
     treeviews/configorderrows_p.h
     treeviews/configordertree.cpp
+    treeviews/focuskept_p.h
     treeviews/headerstate.cpp
     treeviews/headerstate_oldest.cpp
     treeviews/headerstate_p.h

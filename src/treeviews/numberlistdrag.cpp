@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "treeviews/numberlistdrag.h"
 
+#include "qt3/q3dragobject.h"
+
 #include <QDropEvent>
 #include <QMimeData>
 #include <QWidget>
@@ -39,6 +41,16 @@ void NumberListDrag::setData(std::vector<long> &numbers)
     auto *data = new QMimeData;
     data->setData(typeWith(mime_suffix), text);
     setMimeData(data);
+}
+
+Q3StoredDrag *NumberListDrag::toQ3StoredDrag() const
+{
+    const QString type = typeWith(mime_suffix);
+    auto *const drag = new Q3StoredDrag(type.toLatin1().constData(), qobject_cast<QWidget *>(source()),
+                                        objectName().toLatin1().constData());
+    if (mimeData())
+        drag->setEncodedData(mimeData()->data(type));
+    return drag;
 }
 
 bool NumberListDrag::canDecode(const QDropEvent *event, const QByteArray &mime_suffix)

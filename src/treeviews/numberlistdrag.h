@@ -11,6 +11,7 @@
 
 class QDropEvent;
 class QWidget;
+class Q3StoredDrag;
 
 /// A drag of numbers, such as those of the tabs or rows that are dragged.
 ///
@@ -43,6 +44,10 @@ public:
 
     /// Makes @a numbers what is dragged. An empty list changes nothing.
     void setData(std::vector<long> &numbers);
+    /// A drag of the Qt 3 era with the type, the source, the name and the data of this one, which the caller starts
+    /// and this one does not know. Without data it has none either. It belongs to its source, or without one to the
+    /// caller, until it is started.
+    Q3StoredDrag *toQ3StoredDrag() const;
 
     /// Whether @a event brings numbers under this suffix. False for null and for an event without data.
     static bool canDecode(const QDropEvent *event, const QByteArray &mime_suffix);

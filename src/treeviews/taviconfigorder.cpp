@@ -61,6 +61,24 @@ void TaviConfigOrder::openDialog(TaviRegistry *registry, const char *section)
         (new QHBoxLayout(frame))->setContentsMargins(0, 0, 0, 0);
 }
 
+/// Brings buttons, tab order and focus in order around the two lists, each given by the widgets that take the focus,
+/// the list itself last.
+void TaviConfigOrder::arrangeDialog(bool fixed, const QVector<QWidget *> &left, const QVector<QWidget *> &right)
+{
+    for (QToolButton *const button :
+         {dialog->make_hidden_button, dialog->make_showing_button, dialog->move_up_button, dialog->move_down_button})
+        button->setEnabled(false);
+    dialog->make_hidden_button->setVisible(!fixed);
+    dialog->make_showing_button->setVisible(!fixed);
+    dialog->hidden_frame->setVisible(!fixed);
+    QVector<QWidget *> tab_order = left;
+    tab_order << dialog->make_showing_button << dialog->make_hidden_button << right << dialog->move_up_button
+              << dialog->move_down_button;
+    for (int index = 1; index < tab_order.size(); ++index)
+        QWidget::setTabOrder(tab_order.at(index - 1), tab_order.at(index));
+    (fixed ? right : left).last()->setFocus();
+}
+
 void TaviConfigOrder::closeDialog(TaviRegistry *registry, const char *section)
 {
     if (!dialog)

@@ -10,13 +10,18 @@
 
 #include <QDialog>
 #include <QList>
+#include <QPoint>
 #include <QPointer>
 #include <QRect>
 #include <QString>
+#include <QVector>
 
+class Q3ListViewItem;
 class QLabel;
 class QPushButton;
 class QToolButton;
+class TaviConfigOrderItem;
+class TaviConfigOrderListView;
 class TaviRegistry;
 
 /// @file
@@ -232,11 +237,15 @@ private:
 /// qDeleteAll(shown);
 /// @endcode
 ///
+/// There are two forms of the same dialog: one for ConfigOrderItem entries in trees, as above, and an older one for
+/// TaviConfigOrderItem things in classic lists, where a label below each list counts the selected rows.
+///
 /// An object serves for one dialog.
 ///
-/// **Ownership.** The entries given belong to this object from the call on. What is handed back in the list of shown
-/// entries belongs to the caller; the entries of all things live as long as this object. The parent given is that of
-/// the window, not of this object.
+/// **Ownership.** ConfigOrderItem entries given belong to this object from the call on. What is handed back in the
+/// list of shown entries belongs to the caller; the entries of all things live as long as this object.
+/// TaviConfigOrderItem things stay the caller's throughout, and must live until the dialog is over; see cancel(). The
+/// parent given is that of the window, not of this object.
 ///
 /// **Re-entry.** The dialog runs an event loop. The parent may be destroyed meanwhile, and so may this object: that
 /// counts as Cancel.
@@ -265,6 +274,24 @@ public:
     /// @return 1 if the user accepted, 0 if not; the visible flags of @a all then mean nothing
     int reorder(const QList<ConfigOrderItem *> &all, QList<ConfigOrderItem *> &shown, bool fixed,
                 TaviRegistry *registry, const char *section);
+
+    /// Runs the dialog in the older form.
+    ///
+    /// While it runs, TaviConfigOrderItem::isItemInShowList() of each thing tells whether it is to show.
+    ///
+    /// @param all each thing once; nulls are passed over
+    /// @param shown the things in order, of which those count that are visible; nulls are passed over. If the user
+    ///        accepted, all things: the visible ones in their new order, then the others in the order of @a all. If
+    ///        not, as it was
+    /// @param fixed, registry, section as above
+    /// @return 1 if the user accepted, and then isItemVisible() of each thing is as he wants it; 0 if not, and then
+    ///         it is as it was
+    int reorder(const QList<TaviConfigOrderItem *> &all, QList<TaviConfigOrderItem *> &shown, bool fixed,
+                TaviRegistry *registry, const char *section);
+
+    /// Ends the dialog as Cancel does, if it is open, and forgets the things in the older form's lists: they may be
+    /// deleted then.
+    void cancel();
 
     /// Reads the geometry for the run of the process from section "taviconfig_order_dlg". If one of its four values
     /// is missing or below 1, nothing is taken.
@@ -299,6 +326,32 @@ public:
     static void set_pixname_makeshowing_off(const QString &file) { pixname_makeshowing_off = file; }
     /// @}
 
+public Q_SLOTS:
+    /// @name Of the older form
+    /// Nothing happens while it is not open. Selections are told of a turn of the event loop late. Each is linear in
+    /// the number of rows.
+    /// @{
+
+    /// Shows what is selected at the left: behind the last selected row at the right, or at the end. The new rows are
+    /// selected; at the left the next row that can be picked is.
+    void makeShowing();
+    /// Hides what is selected at the right: those rows go, the left ones can be picked and are selected; at the right
+    /// the row below is selected, or the last one.
+    void makeHidden();
+    /// Moves what is selected at the right up by one row, as one block above the row above the first of them. Nothing
+    /// if the first row is selected.
+    void moveUp();
+    /// Moves what is selected at the right down as one block, below the first row that is not selected behind the
+    /// first of them. Nothing if there is none.
+    void moveDown();
+    /// Counts the rows selected at the left, for the label and the button that shows.
+    void hiddenSelectionsChanged();
+    /// Counts the rows selected at the right, for the label and the buttons that hide and move.
+    void showingSelectionsChanged();
+    /// Shows what is selected if @a lvi is a row at the left, hides it if it is one at the right. Nothing for null.
+    void doubleClicked(Q3ListViewItem *lvi, QPoint p, int col);
+    /// @}
+
 protected Q_SLOTS:
     /// Hides what is selected at the right: the right entries go, the left ones can be picked and are selected.
     void hideItems();
@@ -317,9 +370,17 @@ protected Q_SLOTS:
 
 private:
     void openDialog(TaviRegistry *registry, const char *section);
+    void arrangeDialog(bool fixed, const QVector<QWidget *> &left, const QVector<QWidget *> &right);
     void closeDialog(TaviRegistry *registry, const char *section);
     ConfigOrderTree *makeTree(QFrame *frame, const QString &heading, bool fixed, ConfigOrderModel *&model);
     void connectSignals(bool fixed);
+    bool hasLists() const;
+    TaviConfigOrderListView *makeList(QFrame *frame, bool is_source);
+    void fillLists(const QList<TaviConfigOrderItem *> &all, const QList<TaviConfigOrderItem *> &shown);
+    void takeOver(const QList<TaviConfigOrderItem *> &all, QList<TaviConfigOrderItem *> &shown) const;
+    Q3ListViewItem *makeShowing(Q3ListViewItem *item, Q3ListViewItem *after);
+    void moveStuff(bool up);
+    static void moveAfter(const QVector<Q3ListViewItem *> &rows, Q3ListViewItem *after);
 
     static QRect geometry_rect;
     static QString pixname_moveup;
@@ -333,6 +394,8 @@ private:
 
     QString title;
     QPointer<QWidget> parent_widget;
+    QPointer<TaviConfigOrderListView> hidden_list;
+    QPointer<TaviConfigOrderListView> showing_list;
     QPointer<ConfigOrderTree> hidden_tree;
     ConfigOrderModel *hidden_model = nullptr;
     QPointer<ConfigOrderTree> showing_tree;

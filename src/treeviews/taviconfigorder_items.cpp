@@ -1,37 +1,11 @@
 // SPDX-License-Identifier: MIT
 //
 // The dialog with lists of ConfigOrderItem.
+#include "treeviews/focuskept_p.h"
 #include "treeviews/taviconfigorder.h"
 
-#include <QApplication>
 #include <QBoxLayout>
 #include <QHeaderView>
-
-namespace {
-
-/// Keeps the keyboard focus where it is: a button that is disabled, be it for a moment, loses it. If it stays
-/// disabled, the focus goes to another widget.
-class FocusKept
-{
-public:
-    explicit FocusKept(QWidget *otherwise) : kept_(QApplication::focusWidget()), otherwise_(otherwise) {}
-    ~FocusKept()
-    {
-        if (!kept_ || kept_ == QApplication::focusWidget())
-            return;
-        QWidget *const next = kept_->isEnabled() ? kept_.data() : otherwise_.data();
-        if (next)
-            next->setFocus();
-    }
-    FocusKept(const FocusKept &) = delete;
-    FocusKept &operator=(const FocusKept &) = delete;
-
-private:
-    const QPointer<QWidget> kept_;
-    const QPointer<QWidget> otherwise_;
-};
-
-} // namespace
 
 int TaviConfigOrder::reorder(const QList<ConfigOrderItem *> &all, QList<ConfigOrderItem *> &shown, bool fixed,
                              TaviRegistry *registry, const char *section)
@@ -39,21 +13,10 @@ int TaviConfigOrder::reorder(const QList<ConfigOrderItem *> &all, QList<ConfigOr
     openDialog(registry, section);
     hidden_tree = makeTree(dialog->hidden_frame, tr("All Items"), true, hidden_model);
     showing_tree = makeTree(dialog->showing_frame, tr("Showing"), false, showing_model);
-    for (QToolButton *const button :
-         {dialog->make_hidden_button, dialog->make_showing_button, dialog->move_up_button, dialog->move_down_button})
-        button->setEnabled(false);
-    dialog->make_hidden_button->setVisible(!fixed);
-    dialog->make_showing_button->setVisible(!fixed);
-    dialog->hidden_frame->setVisible(!fixed);
     showing_tree->header()->setVisible(!fixed);
     dialog->hidden_label->hide();
     dialog->showing_label->hide();
-    QWidget *const tab_order[] = {
-        hidden_tree->header(),  hidden_tree,  dialog->make_showing_button, dialog->make_hidden_button,
-        showing_tree->header(), showing_tree, dialog->move_up_button,      dialog->move_down_button};
-    for (std::size_t index = 1; index < std::size(tab_order); ++index)
-        QWidget::setTabOrder(tab_order[index - 1], tab_order[index]);
-    (fixed ? showing_tree : hidden_tree)->setFocus();
+    arrangeDialog(fixed, {hidden_tree->header(), hidden_tree}, {showing_tree->header(), showing_tree});
     connectSignals(fixed);
 
     QList<TaviTreeItem *> entries;

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "tests/listviews/listviewfixture.h"
+#include "tests/listviews/orderlistfixture.h"
 #include "tests/support/menuuser.h"
 #include "tests/support/tavitest.h"
 #include "treeviews/taviconfigorder.h"
@@ -381,20 +382,20 @@ private Q_SLOTS:
         list.setItemVisible(1, false);
         QVERIFY(list.showAndWait());
         bool seen = false;
+        QStringList lists;
         User<TaviConfigOrderDLG> hider([&](TaviConfigOrderDLG &dialog) {
             seen = dialog.windowTitle() == "Configure List Headers";
-            const QList<ConfigOrderTree *> trees = dialog.findChildren<ConfigOrderTree *>();
-            for (ConfigOrderTree *tree : trees) {
-                if (tree->model()->rowCount() != 3)
-                    continue; // the list of all
-                tree->selectionModel()->select(tree->model()->index(0, 0),
-                                               QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
-            }
+            auto *all = dialog.hidden_frame->findChild<TaviConfigOrderListView *>();
+            auto *showing = dialog.showing_frame->findChild<TaviConfigOrderListView *>();
+            lists << rowTexts(*all) << rowTexts(*showing);
+            selectRows(*showing, "A");
+            QTRY_VERIFY(dialog.move_down_button->isEnabled());
             dialog.move_down_button->click();
             dialog.accept();
         });
         QVERIFY(run(list, [](QMenu &menu) { choose(menu, "Configure Headers..."); }));
         QVERIFY(seen);
+        QCOMPARE(lists, QStringList({"a B c d", "A C D"}));
         QCOMPARE(list.headings(), QString("C A D"));
         QCOMPARE(list.columnTexts(), QString("C A D (B)"));
     }
@@ -410,6 +411,77 @@ private Q_SLOTS:
         QVERIFY(user.seen);
         QCOMPARE(list.columnTexts(), QString("A B"));
         QCOMPARE(current.count(), 0);
+    }
+
+    void theDialogShowsAndHidesColumns()
+    {
+        ListProbe list;
+        list.fill(4, 2);
+        list.setItemVisible(1, false);
+        User<TaviConfigOrderDLG> user([](TaviConfigOrderDLG &dialog) {
+            auto *all = dialog.hidden_frame->findChild<TaviConfigOrderListView *>();
+            auto *showing = dialog.showing_frame->findChild<TaviConfigOrderListView *>();
+            selectRows(*showing, "A D");
+            QTRY_VERIFY(dialog.make_hidden_button->isEnabled());
+            dialog.make_hidden_button->click();
+            selectRows(*all, "B");
+            showing->clearSelection();
+            QTRY_VERIFY(dialog.make_showing_button->isEnabled());
+            dialog.make_showing_button->click();
+            dialog.accept();
+        });
+        QVERIFY(QMetaObject::invokeMethod(&list, "configureHeaders"));
+        QVERIFY(user.seen);
+        QCOMPARE(list.headings(), QString("C B"));
+        // The hidden ones come last, in the order of their making.
+        QCOMPARE(list.columnTexts(), QString("C B (A) (D)"));
+        QCOMPARE(list.itemVisible(0), false);
+    }
+
+    void columnsThatComeMeanwhileStay()
+    {
+        ListProbe list;
+        list.fill(2, 2);
+        User<TaviConfigOrderDLG> user([&](TaviConfigOrderDLG &dialog) {
+            list.addColumnItem("New", 60, true);
+            dialog.accept();
+        });
+        QVERIFY(QMetaObject::invokeMethod(&list, "configureHeaders"));
+        QCOMPARE(list.columnTexts(), QString("A B New"));
+        QCOMPARE(list.headings(), QString("A B New"));
+    }
+
+    void columnsMayGoWhileTheDialogIsOpen()
+    {
+        ListProbe list;
+        list.fill(2, 2);
+        QVERIFY(list.showAndWait());
+        User<TaviConfigOrderDLG> user([&](TaviConfigOrderDLG &dialog) {
+            list.setHeaderMenuEnabled(false);
+            QVERIFY(!dialog.isVisible());
+            dialog.repaint();
+        });
+        QVERIFY(QMetaObject::invokeMethod(&list, "configureHeaders"));
+        QVERIFY(user.seen);
+        QCOMPARE(list.columnItems().size(), 0);
+        QCOMPARE(list.headings(), QString("A B"));
+    }
+
+    void thereIsOneDialogAtATime()
+    {
+        ListProbe list;
+        list.fill(2, 2);
+        int dialogs = 0;
+        User<TaviConfigOrderDLG> user([&](TaviConfigOrderDLG &dialog) {
+            QVERIFY(QMetaObject::invokeMethod(&list, "configureHeaders"));
+            dialogs = list.findChildren<TaviConfigOrderDLG *>().size();
+            dialog.reject();
+        });
+        QVERIFY(QMetaObject::invokeMethod(&list, "configureHeaders"));
+        QCOMPARE(dialogs, 1);
+        User<TaviConfigOrderDLG> again([](TaviConfigOrderDLG &dialog) { dialog.reject(); });
+        QVERIFY(QMetaObject::invokeMethod(&list, "configureHeaders"));
+        QVERIFY(again.seen);
     }
 
     void theListMayBeDeletedWhileTheDialogIsOpen()

@@ -6,9 +6,12 @@
 #include <QDropEvent>
 #include <QMimeData>
 #include <QMouseEvent>
+#include <QTimer>
 #include <QWidget>
 
+#include <functional>
 #include <memory>
+#include <utility>
 
 namespace {
 
@@ -21,6 +24,7 @@ public:
     bool done = false;
     QPointer<Q3DragObject> drag;
     QByteArray taken;
+    std::function<void()> during_enter;
 
 protected:
     void mouseMoveEvent(QMouseEvent *) override
@@ -30,10 +34,19 @@ protected:
         auto *stored = new Q3StoredDrag("text/x-ink", this);
         stored->setEncodedData(QByteArrayLiteral("cyan"));
         drag = stored;
-        moved = stored->dragMove();
+        const QPointer<Place> self(this);
+        const bool was_moved = stored->dragMove();
+        if (!self)
+            return;
+        moved = was_moved;
         done = true;
     }
-    void dragEnterEvent(QDragEnterEvent *e) override { e->acceptProposedAction(); }
+    void dragEnterEvent(QDragEnterEvent *e) override
+    {
+        e->acceptProposedAction();
+        if (during_enter)
+            std::exchange(during_enter, nullptr)();
+    }
     void dragMoveEvent(QDragMoveEvent *e) override { e->acceptProposedAction(); }
     void dropEvent(QDropEvent *e) override
     {
@@ -102,6 +115,47 @@ private Q_SLOTS:
         QVERIFY(from.moved);
         QCOMPARE(Q3DragObject::target(), &to);
         QTRY_VERIFY(!from.drag); // it deletes itself
+    }
+
+    void theSourceMayGoDuringTheDrag()
+    {
+        QWidget window;
+        auto *from = new Place(&window);
+        Place to(&window);
+        from->setGeometry(0, 0, 150, 150);
+        to.setGeometry(150, 0, 150, 150);
+        to.during_enter = [&from] {
+            // The loop of the drag ends without the user.
+            QTimer::singleShot(0, [&from] { delete std::exchange(from, nullptr); });
+        };
+        window.resize(300, 150);
+        window.show();
+        window.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&window));
+        QVERIFY(RealPointer::drag(from, QPoint(75, 75), &to, QPoint(75, 75)));
+        QTRY_VERIFY(!from);
+        QCOMPARE(to.taken, QByteArray());
+        QCOMPARE(Q3DragObject::target(), nullptr);
+    }
+
+    void aTargetThatGoesIsNone()
+    {
+        QWidget window;
+        Place from(&window);
+        auto *to = new Place(&window);
+        from.setGeometry(0, 0, 150, 150);
+        to->setGeometry(150, 0, 150, 150);
+        to->during_enter = [&to] {
+            QTimer::singleShot(0, [&to] { delete std::exchange(to, nullptr); });
+        };
+        window.resize(300, 150);
+        window.show();
+        window.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&window));
+        QVERIFY(RealPointer::drag(&from, QPoint(75, 75), to, QPoint(75, 75)));
+        QTRY_VERIFY(from.done);
+        QVERIFY(!from.moved);
+        QCOMPARE(Q3DragObject::target(), nullptr);
     }
 };
 

@@ -216,6 +216,21 @@ private Q_SLOTS:
         QCOMPARE(list.resizeMode(), Q3ListView::AllColumns);
     }
 
+    void theLastColumnIsTheLastOneThatCame()
+    {
+        Q3ListView list;
+        list.setResizeMode(Q3ListView::LastColumn);
+        list.addColumn(QStringLiteral("Name"), 60);
+        QVERIFY(list.header()->isStretchEnabled(0));
+        list.addColumn(QStringLiteral("Number"), 50);
+        QVERIFY(!list.header()->isStretchEnabled(0));
+        list.resize(300, 200);
+        list.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&list));
+        QTRY_COMPARE(list.columnWidth(1), list.viewport()->width() - 60);
+        QCOMPARE(list.columnWidth(0), 60);
+    }
+
     void theHeaderFollows()
     {
         ListFixture list(50);

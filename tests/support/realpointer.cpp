@@ -37,26 +37,8 @@ bool run(const QStringList &arguments)
     return xdotool.exitStatus() == QProcess::NormalExit && xdotool.exitCode() == 0;
 }
 
-} // namespace
-
-bool RealPointer::click(QWidget *widget, const QPoint &at)
+bool runDrag(const QPoint &start, const QPoint &end)
 {
-    return isThere(widget, at) && run(moveTo(onDisplay(widget, at)) + QStringList{"click", "1", "sleep", "0.05"});
-}
-
-bool RealPointer::doubleClick(QWidget *widget, const QPoint &at)
-{
-    return isThere(widget, at)
-           && run(moveTo(onDisplay(widget, at))
-                  + QStringList{"click", "--repeat", "2", "--delay", "60", "1", "sleep", "0.05"});
-}
-
-bool RealPointer::drag(QWidget *from_widget, const QPoint &from, QWidget *to_widget, const QPoint &to)
-{
-    if (!isThere(from_widget, from) || !isThere(to_widget, to))
-        return false;
-    const QPoint start = onDisplay(from_widget, from);
-    const QPoint end = onDisplay(to_widget, to);
     // In steps: a drag begins after some pixels, and each place on the way is asked whether it takes the drop. The
     // pauses give a slow build the time to answer.
     QStringList arguments = moveTo(start) + QStringList{"sleep", "0.05", "mousedown", "1", "sleep", "0.1"};
@@ -80,6 +62,31 @@ bool RealPointer::drag(QWidget *from_widget, const QPoint &from, QWidget *to_wid
                              "sleep",
                              "0.2"};
     return run(arguments);
+}
+
+} // namespace
+
+bool RealPointer::click(QWidget *widget, const QPoint &at)
+{
+    return isThere(widget, at) && run(moveTo(onDisplay(widget, at)) + QStringList{"click", "1", "sleep", "0.05"});
+}
+
+bool RealPointer::doubleClick(QWidget *widget, const QPoint &at)
+{
+    return isThere(widget, at)
+           && run(moveTo(onDisplay(widget, at))
+                  + QStringList{"click", "--repeat", "2", "--delay", "60", "1", "sleep", "0.05"});
+}
+
+bool RealPointer::drag(QWidget *from_widget, const QPoint &from, QWidget *to_widget, const QPoint &to)
+{
+    return isThere(from_widget, from) && isThere(to_widget, to)
+           && runDrag(onDisplay(from_widget, from), onDisplay(to_widget, to));
+}
+
+bool RealPointer::dragOut(QWidget *from_widget, const QPoint &from, const QPoint &to_on_display)
+{
+    return isThere(from_widget, from) && runDrag(onDisplay(from_widget, from), to_on_display);
 }
 
 bool RealPointer::key(const char *chord)

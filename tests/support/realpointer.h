@@ -18,6 +18,8 @@ bool click(QWidget *widget, const QPoint &at);
 bool doubleClick(QWidget *widget, const QPoint &at);
 /// Pressed at one place, moved step by step to the other, and released.
 bool drag(QWidget *from_widget, const QPoint &from, QWidget *to_widget, const QPoint &to);
+/// The same out of the application, to a place of the display in its own pixels, whatever the scale.
+bool dragOut(QWidget *from_widget, const QPoint &from, const QPoint &to_on_display);
 /// A key or a chord, by its names in the X window system: "space", "alt+Up".
 bool key(const char *chord);
 

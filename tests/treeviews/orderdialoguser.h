@@ -11,11 +11,12 @@
 
 #include <functional>
 
-/// The order dialog on the display, by what is in it.
-struct OrderDialog {
-    explicit OrderDialog(TaviConfigOrderDLG *window_of_it)
-        : window(*window_of_it), left(*window.hidden_frame->findChild<ConfigOrderTree *>()),
-          right(*window.showing_frame->findChild<ConfigOrderTree *>())
+/// The order dialog on the display, by what is in it: the form with lists of a class.
+template <typename List>
+struct OrderDialogOf {
+    explicit OrderDialogOf(TaviConfigOrderDLG *window_of_it)
+        : window(*window_of_it), left(*window.hidden_frame->findChild<List *>()),
+          right(*window.showing_frame->findChild<List *>())
     {}
 
     void press(QToolButton *button) const { QTest::mouseClick(button, Qt::LeftButton); }
@@ -25,16 +26,20 @@ struct OrderDialog {
     }
 
     TaviConfigOrderDLG &window;
-    ConfigOrderTree &left;
-    ConfigOrderTree &right;
+    List &left;
+    List &right;
 };
 
 /// Waits in the background for the order dialog to be active and does with it what the test says. What is still open
 /// afterwards is cancelled.
-class OrderDialogUser : public QObject
+template <typename List>
+class OrderDialogUserOf : public QObject
 {
 public:
-    explicit OrderDialogUser(std::function<void(const OrderDialog &)> use) : use_(std::move(use)) { startTimer(10); }
+    explicit OrderDialogUserOf(std::function<void(const OrderDialogOf<List> &)> use) : use_(std::move(use))
+    {
+        startTimer(10);
+    }
 
     bool seen = false;
 
@@ -47,14 +52,17 @@ protected:
             return;
         killTimer(event->timerId());
         seen = true;
-        use_(OrderDialog(window));
+        use_(OrderDialogOf<List>(window));
         if (window && window->isVisible())
             window->reject();
     }
 
 private:
-    const std::function<void(const OrderDialog &)> use_;
+    const std::function<void(const OrderDialogOf<List> &)> use_;
 };
+
+using OrderDialog = OrderDialogOf<ConfigOrderTree>;
+using OrderDialogUser = OrderDialogUserOf<ConfigOrderTree>;
 
 /// Things "A" to "F" in a dialog; those of @a showing show, in that order.
 struct OrderRun {

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "qt3/q3dragobject.h"
 #include "tests/support/tavitest.h"
 #include "treeviews/numberlistdrag.h"
 
@@ -70,6 +71,24 @@ private Q_SLOTS:
         const QPointer<QMimeData> first = drag.mimeData();
         drag.setData(numbers);
         QVERIFY(!first);
+    }
+
+    void asADragOfTheOlderKind()
+    {
+        QWidget source;
+        auto *drag = new NumberListDrag("-conford", &source, "a name");
+        QScopedPointer<Q3StoredDrag> empty(drag->toQ3StoredDrag());
+        QCOMPARE(empty->format(0), "x-orlo/numberlistdrag-conford");
+        QVERIFY(empty->encodedData("x-orlo/numberlistdrag-conford").isEmpty());
+        Numbers numbers{3, 1, 12};
+        drag->setData(numbers);
+        const QScopedPointer<Q3StoredDrag> stored(drag->toQ3StoredDrag());
+        delete drag;
+        QCOMPARE(stored->objectName(), QString("a name"));
+        QCOMPARE(stored->source(), &source);
+        QCOMPARE(stored->parent(), &source);
+        QCOMPARE(stored->format(0), "x-orlo/numberlistdrag-conford");
+        QCOMPARE(stored->encodedData("x-orlo/numberlistdrag-conford"), QByteArray("3 1 12"));
     }
 
     void whatWasSetIsDecoded_data()
