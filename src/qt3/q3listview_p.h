@@ -66,15 +66,19 @@ struct Q3ListViewPrivate {
     // Mouse (q3listview_mouse.cpp)
     int columnAt(const QPoint &viewport_pos) const;
     bool isOnExpander(Q3ListViewItem *item, const QPoint &viewport_pos);
+    void endPress();
+
+    // What a press means (q3listview_press.cpp)
     void pressItem(Q3ListViewItem *item, Qt::KeyboardModifiers modifiers);
     void pressEmpty(Qt::KeyboardModifiers modifiers);
+    void emitPress(int button, Q3ListViewItem *item, const QPoint &global, int column);
+    void emitClick(int button, Q3ListViewItem *item, const QPoint &global, int column);
+
+    // A mouse that moves (q3listview_sweep.cpp)
+    void hover(Q3ListViewItem *item);
     void dragSelect(const QPoint &contents_pos);
     void rubberSelect(const QPoint &contents_pos);
     QRect rubberRect() const;
-    void endPress();
-    void hover(Q3ListViewItem *item);
-    void emitPress(int button, Q3ListViewItem *item, const QPoint &global, int column);
-    void emitClick(int button, Q3ListViewItem *item, const QPoint &global, int column);
 
     // Keyboard (q3listview_keyboard.cpp)
     bool navigate(QKeyEvent *e);
