@@ -2,6 +2,7 @@
 #include "qt3/q3listview.h"
 
 #include "qt3/q3listview_p.h"
+#include "qt3/q3listviewaccess_p.h"
 
 #include <QScrollBar>
 
@@ -16,6 +17,7 @@ Q3ListViewPrivate::~Q3ListViewPrivate() = default;
 Q3ListView::Q3ListView(QWidget *parent, const char *name, Qt::WindowFlags f)
     : Q3ScrollView(parent, name, f), d(std::make_unique<Q3ListViewPrivate>(this))
 {
+    Q3ListViewAccess::install();
     setResizePolicy(Q3ScrollView::Manual);
     viewport()->setMouseTracking(true);
     viewport()->setBackgroundRole(QPalette::Base);
@@ -105,6 +107,7 @@ void Q3ListView::clear()
     children.first = children.last = children.root = nullptr;
     children.count = 0;
     children.indexed = false;
+    d->place = {};
     d->clearing = true;
     while (item) {
         Q3ListViewItem *next = item->next_;

@@ -412,6 +412,7 @@ private Q_SLOTS:
 
 private:
     friend class Q3ListViewItem;
+    friend class Q3ListViewItemAccessible;
     friend class Q3ListViewRows;
     friend struct Q3ListViewPrivate;
 

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "qt3/q3listview_p.h"
+#include "qt3/q3listviewaccess_p.h"
 
 #include <QEvent>
 #include <QHelpEvent>
@@ -138,6 +139,7 @@ void Q3ListViewPrivate::opened(Q3ListViewItem *item, bool open)
     if (!open && current && current != item && current->isInside(item))
         q->setCurrentItem(item);
     q->triggerUpdate();
+    Q3ListViewAccess::tellOpening(item);
     if (open && item->childCount() > 0)
         Q_EMIT q->expanded(item);
     else if (!open)

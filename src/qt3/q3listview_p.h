@@ -54,6 +54,13 @@ struct Q3ListViewPrivate {
     bool isSorted() const { return sort_column >= 0 && sort_column < static_cast<int>(columns.size()); }
     void updateSortIndicator();
 
+    /// An item and its number among its siblings, which was found last; nothing after changes to any of them.
+    struct Place {
+        const Q3ListViewItem *parent = nullptr;
+        Q3ListViewItem *item = nullptr;
+        int number = 0;
+    };
+
     // Selection (q3listview_selection.cpp)
     bool isSelectableByUser(const Q3ListViewItem *item) const;
     bool select(Q3ListViewItem *item, bool on);
@@ -111,6 +118,8 @@ struct Q3ListViewPrivate {
     Q3ListViewItemGuard renamed;
     Q3ListViewItemGuard to_rename;
     Q3ListViewItemGuard activated;
+
+    Place place;
 
     Q3ListView::SelectionMode selection_mode = Q3ListView::Single;
     Q3ListView::ResizeMode resize_mode = Q3ListView::NoColumn;

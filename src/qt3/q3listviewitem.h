@@ -272,6 +272,8 @@ protected:
 
 private:
     friend class Q3ListView;
+    friend class Q3ListViewAccess;
+    friend class Q3ListViewItemAccessible;
     friend class Q3ListViewItemGuard;
     friend class Q3ListViewItemIterator;
     friend class Q3ListViewRows;

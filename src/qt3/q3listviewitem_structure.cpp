@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "qt3/q3listview_p.h"
+#include "qt3/q3listviewaccess_p.h"
 #include "qt3/q3listviewitem.h"
 #include "qt3/q3listviewtree_p.h"
 
@@ -8,6 +9,13 @@
 #include <vector>
 
 namespace {
+
+/// Items have come, gone or changed places.
+void structureChanged(Q3ListView *view)
+{
+    Q3ListViewPrivate::of(view)->place = {};
+    view->triggerUpdate();
+}
 
 Q3ListViewItem *rootOf(Q3ListView *view)
 {
@@ -97,7 +105,7 @@ void Q3ListViewItem::construct(Q3ListViewItem *parent, Q3ListViewItem *after)
         return;
     Q3ListViewRows::link(parent, this, after && after->parent_ == parent ? after : nullptr);
     if (Q3ListView *view = parent->listView())
-        view->triggerUpdate();
+        structureChanged(view);
 }
 
 Q3ListViewItem::~Q3ListViewItem()
@@ -114,6 +122,7 @@ Q3ListViewItem::~Q3ListViewItem()
     if (parent_)
         parent_->Q3ListViewItem::takeItem(this);
     Q3ListViewItemGuard::deleted(this);
+    Q3ListViewAccess::forget(this);
     while (children_ && children_->first) {
         Q3ListViewItem *child = children_->first;
         children_->first = child->next_;
@@ -131,7 +140,7 @@ void Q3ListViewItem::insertItem(Q3ListViewItem *newChild)
         item->setFlag(SetUp, false);
     Q3ListViewRows::link(this, newChild, nullptr);
     if (Q3ListView *view = listView())
-        view->triggerUpdate();
+        structureChanged(view);
 }
 
 void Q3ListViewItem::takeItem(Q3ListViewItem *item)
@@ -147,7 +156,7 @@ void Q3ListViewItem::takeItem(Q3ListViewItem *item)
     Q3ListViewPrivate *d = Q3ListViewPrivate::of(view);
     const Q3ListViewPrivate::Leaving left = d->itemLeaves(item);
     Q3ListViewRows::unlink(item);
-    view->triggerUpdate();
+    structureChanged(view);
     d->tellOf(left);
 }
 
@@ -162,7 +171,7 @@ void Q3ListViewItem::moveItem(Q3ListViewItem *after)
     Q3ListViewRows::unlink(this);
     Q3ListViewRows::link(parent, this, after);
     if (view)
-        view->triggerUpdate();
+        structureChanged(view);
 }
 
 bool Q3ListViewItem::isRoot() const
@@ -263,6 +272,8 @@ void Q3ListViewItem::sortChildItems(int column, bool ascending)
         return;
     std::stable_sort(items.begin(), items.end(), before);
     Q3ListViewRows::reorder(this, items);
+    if (Q3ListView *view = listView())
+        Q3ListViewPrivate::of(view)->place = {};
 }
 
 void Q3ListViewItem::sort()
