@@ -37,6 +37,9 @@ struct Q3ListViewPrivate;
 /// row that begins with them, in the column that is sorted by or else in column 0; after
 /// QApplication::keyboardInputInterval() they begin anew.
 ///
+/// **Drags.** Where drops are accepted, a closed item that the user could open opens by itself when a drag stays on
+/// it for three quarters of a second.
+///
 /// **Ownership.** Items belong to the view. They may be deleted at any time, the view's signals and the virtual
 /// operations of items that these lead to included; so may all others, by clear(). To delete the view from one of its
 /// own signals, use deleteLater().
@@ -396,7 +399,7 @@ protected:
     void showEvent(QShowEvent *e) override;
     /// Fonts, styles and palettes change the items.
     void changeEvent(QEvent *ev) override;
-    /// Timers of updates, of scrolling and of renaming.
+    /// Timers of updates, of scrolling, of renaming and of drags.
     void timerEvent(QTimerEvent *e) override;
 
 protected Q_SLOTS:

@@ -230,6 +230,8 @@ void Q3ListView::timerEvent(QTimerEvent *e)
         updateContents();
     } else if (e->timerId() == d->scroll_timer.timerId()) {
         doAutoScroll();
+    } else if (e->timerId() == d->open_timer.timerId()) {
+        d->openUnderDrag();
     } else if (e->timerId() == d->rename_timer.timerId()) {
         d->rename_timer.stop();
         if (d->to_rename)

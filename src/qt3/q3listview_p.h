@@ -87,6 +87,10 @@ struct Q3ListViewPrivate {
     void rubberSelect(const QPoint &contents_pos);
     QRect rubberRect() const;
 
+    // Drags from elsewhere (q3listview_drag.cpp)
+    void dragOver(Q3ListViewItem *item);
+    void openUnderDrag();
+
     // Keyboard (q3listview_keyboard.cpp)
     bool navigate(QKeyEvent *e);
     bool actOnCurrent(QKeyEvent *e);
@@ -138,6 +142,7 @@ struct Q3ListViewPrivate {
     QBasicTimer update_timer;
     QBasicTimer scroll_timer;
     QBasicTimer rename_timer;
+    QBasicTimer open_timer; ///< Until the item under a drag opens.
 
     Press press = Press::None;
     QPoint press_pos; ///< In contents coordinates, as all here.
