@@ -100,20 +100,13 @@ void Q3ListView::clear()
     for (Q3ListViewItem *item : d->pending)
         item->setFlag(Q3ListViewItem::Pending, false);
     d->pending.clear();
-    // They all leave at once, so that none of them has to look for its place.
-    Q3ListViewItem *item = children.first;
-    for (Q3ListViewItem *one = item; one; one = one->next_)
-        one->parent_ = nullptr;
-    children.first = children.last = children.root = nullptr;
-    children.count = 0;
-    children.indexed = false;
     d->place = {};
     d->clearing = true;
-    while (item) {
-        Q3ListViewItem *next = item->next_;
-        item->next_ = item->previous_ = nullptr;
-        delete item;
-        item = next;
+    {
+        // They all leave at once, so that none of them has to look for its place.
+        Q3ListViewItem leaving(static_cast<Q3ListViewItem *>(nullptr));
+        leaving.children_ = std::make_unique<Q3ListViewChildren>();
+        Q3ListViewRows::handOver(d->root.get(), &leaving);
     }
     d->clearing = false;
     setContentsPos(0, 0);

@@ -319,8 +319,12 @@ QSize Q3ListView::minimumSizeHint() const
 
 bool Q3ListView::viewportEvent(QEvent *e)
 {
-    if (e->type() == QEvent::Leave)
+    if (e->type() == QEvent::Leave) {
+        const QPointer<Q3ListView> self(this);
         d->hover(nullptr);
+        if (!self)
+            return true;
+    }
     if (e->type() != QEvent::ToolTip || !d->show_tool_tips)
         return Q3ScrollView::viewportEvent(e);
     const auto *help = static_cast<QHelpEvent *>(e);

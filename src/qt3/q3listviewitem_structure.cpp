@@ -10,6 +10,11 @@
 
 namespace {
 
+// One destructor deletes all that is below its item: those who go leave their children to it. A tree may be deeper
+// than the stack.
+Q3ListViewItem *grave = nullptr;
+Q3ListViewItem *buried = nullptr; ///< The one that it deletes now.
+
 /// Items have come, gone or changed places.
 void structureChanged(Q3ListView *view)
 {
@@ -123,12 +128,23 @@ Q3ListViewItem::~Q3ListViewItem()
         parent_->Q3ListViewItem::takeItem(this);
     Q3ListViewItemGuard::deleted(this);
     Q3ListViewAccess::forget(this);
-    while (children_ && children_->first) {
-        Q3ListViewItem *child = children_->first;
-        children_->first = child->next_;
-        child->parent_ = child->next_ = child->previous_ = nullptr;
+    if (!children_ || !children_->first)
+        return;
+    children_->indexed = false;
+    if (buried == this) {
+        Q3ListViewRows::handOver(this, grave);
+        return;
+    }
+    // Others may go in the destructors of these, with a loop of their own.
+    Q3ListViewItem *const outer_grave = std::exchange(grave, this);
+    Q3ListViewItem *const outer_buried = buried;
+    while (Q3ListViewItem *child = children_->first) {
+        Q3ListViewRows::unlink(child);
+        buried = child;
         delete child;
     }
+    grave = outer_grave;
+    buried = outer_buried;
 }
 
 void Q3ListViewItem::insertItem(Q3ListViewItem *newChild)

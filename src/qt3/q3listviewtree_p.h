@@ -64,6 +64,8 @@ public:
     static void link(Q3ListViewItem *parent, Q3ListViewItem *item, Q3ListViewItem *after);
     /// Takes an item out of its siblings.
     static void unlink(Q3ListViewItem *item);
+    /// Puts all children of an item before those of another, which has children or had some.
+    static void handOver(Q3ListViewItem *from, Q3ListViewItem *to);
     /// Links the children anew in the order given.
     static void reorder(Q3ListViewItem *parent, const std::vector<Q3ListViewItem *> &order);
     /// The heights of an item's children are not known any more.
