@@ -90,6 +90,8 @@ private Q_SLOTS:
         }
         QCOMPARE(view->indexOfChild(view->child(0)), 0);
         QCOMPARE(view->indexOfChild(view), -1);
+        ListFixture other(3);
+        QCOMPARE(view->indexOfChild(rowOf(&other, 1)), -1);
         QAccessibleInterface *parent = rowOf(&list, 1);
         QCOMPARE(parent->childCount(), 1);
         QCOMPARE(rowOf(&list, 0)->childCount(), 0);
@@ -194,6 +196,7 @@ private Q_SLOTS:
         QVERIFY(!state(4).selectable);
         QVERIFY(!state(4).disabled);
         QVERIFY(state(5).invisible);
+        QVERIFY(!state(5).offscreen); // it is nowhere
         QVERIFY(state(39).offscreen);
         QVERIFY(!state(39).invisible);
 
@@ -210,6 +213,7 @@ private Q_SLOTS:
         QVERIFY(!of(&list)->state().multiSelectable);
         list.setEnabled(false);
         QVERIFY(state(0).disabled);
+        QVERIFY(!state(0).selectable);
         QVERIFY(!state(6).focused);
         QVERIFY(!of(&list)->focusChild());
     }
