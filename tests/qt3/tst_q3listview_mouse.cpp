@@ -462,6 +462,35 @@ private Q_SLOTS:
         list.release(list.middleOf(list.at(3)));
         QCOMPARE(list.selection(), QStringLiteral("1 2"));
     }
+
+    void aDragThatComesBackIsNoClick()
+    {
+        ListFixture list(5, Q3ListView::Extended);
+        QVERIFY(list.showAndWait());
+        QSignalSpy clicked(&list, SIGNAL(clicked(Q3ListViewItem *)));
+        list.dragTo(list.middleOf(list.at(1)), list.middleOf(list.at(3)));
+        list.move(list.middleOf(list.at(1)));
+        list.release(list.middleOf(list.at(1)));
+        QCOMPARE(clicked.count(), 0);
+    }
+
+    void menusOfDisabledAndOfDistantItems()
+    {
+        ListFixture list(40);
+        list.at(2)->setEnabled(false);
+        QVERIFY(list.showAndWait());
+        QSignalSpy wanted(&list, SIGNAL(contextMenuRequested(Q3ListViewItem *, QPoint, int)));
+        QContextMenuEvent mouse(QContextMenuEvent::Mouse, list.middleOf(list.at(2)), QPoint(7, 7));
+        QCoreApplication::sendEvent(list.viewport(), &mouse);
+        QCOMPARE(itemOf(wanted.at(0)), nullptr);
+        QCOMPARE(wanted.at(0).at(2).toInt(), -1);
+        list.setCurrentItem(list.at(0));
+        list.setContentsPos(0, 300);
+        QContextMenuEvent key(QContextMenuEvent::Keyboard, QPoint(), QPoint());
+        QCoreApplication::sendEvent(list.viewport(), &key);
+        QCOMPARE(itemOf(wanted.at(1)), list.at(0));
+        QCOMPARE(list.viewport()->mapFromGlobal(wanted.at(1).at(1).toPoint()).y(), 0);
+    }
 };
 
 TAVI_GUI_TEST_MAIN(TestQ3ListViewMouse)
