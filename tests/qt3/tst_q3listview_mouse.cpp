@@ -491,6 +491,15 @@ private Q_SLOTS:
         QCOMPARE(itemOf(wanted.at(1)), list.at(0));
         QCOMPARE(list.viewport()->mapFromGlobal(wanted.at(1).at(1).toPoint()).y(), 0);
     }
+
+    void shiftWithoutAnAnchorBeginsAtTheCurrentItem()
+    {
+        ListFixture list(5, Q3ListView::Extended);
+        QVERIFY(list.showAndWait());
+        list.setCurrentItem(list.at(1));
+        list.click(list.at(3), Qt::ShiftModifier);
+        QCOMPARE(list.selection(), QStringLiteral("1 2 3"));
+    }
 };
 
 TAVI_GUI_TEST_MAIN(TestQ3ListViewMouse)
