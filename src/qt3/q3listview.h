@@ -41,8 +41,8 @@ struct Q3ListViewPrivate;
 /// it for three quarters of a second.
 ///
 /// **Ownership.** Items belong to the view. They may be deleted at any time, the view's signals and the virtual
-/// operations of items that these lead to included; so may all others, by clear(), and the view itself in slots of its
-/// signals, though deleteLater() is the better way for that.
+/// operations of items that these lead to included; so may all others, by clear(), and the view itself in slots of
+/// its signals, though deleteLater() is the better way for that.
 ///
 /// **Cost.** Only rows in sight are painted. itemAt(), itemPos(), itemRect() and ensureItemVisible() are O(depth log
 /// n) for n items, after changes O(n) once. It is made for 100,000 items and more.
