@@ -2,6 +2,7 @@
 #include "qt3/q3listview.h"
 
 #include "qt3/q3listview_p.h"
+#include "qt3/q3listviewaccess_p.h"
 
 #include <QScrollBar>
 
@@ -16,6 +17,7 @@ Q3ListViewPrivate::~Q3ListViewPrivate() = default;
 Q3ListView::Q3ListView(QWidget *parent, const char *name, Qt::WindowFlags f)
     : Q3ScrollView(parent, name, f), d(std::make_unique<Q3ListViewPrivate>(this))
 {
+    Q3ListViewAccess::install();
     setResizePolicy(Q3ScrollView::Manual);
     viewport()->setMouseTracking(true);
     viewport()->setBackgroundRole(QPalette::Base);
@@ -98,20 +100,13 @@ void Q3ListView::clear()
     for (Q3ListViewItem *item : d->pending)
         item->setFlag(Q3ListViewItem::Pending, false);
     d->pending.clear();
-    // They all leave at once, so that none of them has to look for its place.
-    Q3ListViewItem *item = children.first;
-    for (Q3ListViewItem *one = item; one; one = one->next_)
-        one->parent_ = nullptr;
-    children.first = children.last = children.root = nullptr;
-    children.count = 0;
-    children.linked = children.indexed = false;
-    children.misplaced.clear();
+    d->place = {};
     d->clearing = true;
-    while (item) {
-        Q3ListViewItem *next = item->next_;
-        item->next_ = item->previous_ = nullptr;
-        delete item;
-        item = next;
+    {
+        // They all leave at once, so that none of them has to look for its place.
+        Q3ListViewItem leaving(static_cast<Q3ListViewItem *>(nullptr));
+        leaving.children_ = std::make_unique<Q3ListViewChildren>();
+        Q3ListViewRows::handOver(d->root.get(), &leaving);
     }
     d->clearing = false;
     setContentsPos(0, 0);

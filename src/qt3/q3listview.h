@@ -37,9 +37,12 @@ struct Q3ListViewPrivate;
 /// row that begins with them, in the column that is sorted by or else in column 0; after
 /// QApplication::keyboardInputInterval() they begin anew.
 ///
+/// **Drags.** Where drops are accepted, a closed item that the user could open opens by itself when a drag stays on
+/// it for three quarters of a second.
+///
 /// **Ownership.** Items belong to the view. They may be deleted at any time, the view's signals and the virtual
-/// operations of items that these lead to included; so may all others, by clear(). To delete the view from one of its
-/// own signals, use deleteLater().
+/// operations of items that these lead to included; so may all others, by clear(), and the view itself in slots of
+/// its signals, though deleteLater() is the better way for that.
 ///
 /// **Cost.** Only rows in sight are painted. itemAt(), itemPos(), itemRect() and ensureItemVisible() are O(depth log
 /// n) for n items, after changes O(n) once. It is made for 100,000 items and more.
@@ -396,7 +399,7 @@ protected:
     void showEvent(QShowEvent *e) override;
     /// Fonts, styles and palettes change the items.
     void changeEvent(QEvent *ev) override;
-    /// Timers of updates, of scrolling and of renaming.
+    /// Timers of updates, of scrolling, of renaming and of drags.
     void timerEvent(QTimerEvent *e) override;
 
 protected Q_SLOTS:
@@ -412,6 +415,7 @@ private Q_SLOTS:
 
 private:
     friend class Q3ListViewItem;
+    friend class Q3ListViewItemAccessible;
     friend class Q3ListViewRows;
     friend struct Q3ListViewPrivate;
 

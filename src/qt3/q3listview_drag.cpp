@@ -8,6 +8,8 @@
 
 namespace {
 
+constexpr int open_delay = 750; // milliseconds
+
 /// The data of a drag's event in the form that items ask.
 class EventSource : public QMimeSource
 {
@@ -47,6 +49,21 @@ static Q3ListViewItem *targetAt(const Q3ListView *view, const QPoint &contents_p
     return view->itemAt(view->contentsToViewport(contents_pos));
 }
 
+/// A drag that stays on a closed item wants to go on inside.
+void Q3ListViewPrivate::dragOver(Q3ListViewItem *item)
+{
+    if (item && item->isEnabled() && !item->isOpen() && hasExpander(item))
+        open_timer.start(open_delay, q);
+    else
+        open_timer.stop();
+}
+
+void Q3ListViewPrivate::openUnderDrag()
+{
+    open_timer.stop();
+    q->setOpen(drop_target, true);
+}
+
 void Q3ListView::contentsDragEnterEvent(QDragEnterEvent *e)
 {
     contentsDragMoveEvent(e);
@@ -59,6 +76,7 @@ void Q3ListView::contentsDragMoveEvent(QDragMoveEvent *e)
     if (d->drop_target != item) {
         const Q3ListViewItemGuard left(d->drop_target);
         d->drop_target = item;
+        d->dragOver(item);
         if (left)
             left->dragLeft();
         if (self && item)
@@ -79,6 +97,7 @@ void Q3ListView::contentsDragLeaveEvent(QDragLeaveEvent *)
 {
     const Q3ListViewItemGuard left(d->drop_target);
     d->drop_target = nullptr;
+    d->open_timer.stop();
     if (left)
         left->dragLeft();
 }
@@ -86,6 +105,7 @@ void Q3ListView::contentsDragLeaveEvent(QDragLeaveEvent *)
 void Q3ListView::contentsDropEvent(QDropEvent *e)
 {
     d->drop_target = nullptr;
+    d->open_timer.stop();
     Q3ListViewItem *item = targetAt(this, e->pos());
     if (!item) {
         e->acceptProposedAction();

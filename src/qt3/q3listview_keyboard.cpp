@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "qt3/q3listview_p.h"
+#include "qt3/q3listviewaccess_p.h"
 
 #include <QApplication>
 #include <QKeyEvent>
@@ -177,6 +178,8 @@ void Q3ListView::focusInEvent(QFocusEvent *e)
     Q3ScrollView::focusInEvent(e);
     if (!d->current && childCount() > 0)
         setCurrentItem(d->enabledFrom(Q3ListViewRows::shownFrom(firstChild()), true));
+    else
+        Q3ListViewAccess::tellFocus(this, d->current);
     viewport()->update();
 }
 

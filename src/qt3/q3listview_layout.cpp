@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "qt3/q3listview_p.h"
+#include "qt3/q3listviewaccess_p.h"
 
 #include <QEvent>
 #include <QHelpEvent>
@@ -138,6 +139,7 @@ void Q3ListViewPrivate::opened(Q3ListViewItem *item, bool open)
     if (!open && current && current != item && current->isInside(item))
         q->setCurrentItem(item);
     q->triggerUpdate();
+    Q3ListViewAccess::tellOpening(item);
     if (open && item->childCount() > 0)
         Q_EMIT q->expanded(item);
     else if (!open)
@@ -228,6 +230,8 @@ void Q3ListView::timerEvent(QTimerEvent *e)
         updateContents();
     } else if (e->timerId() == d->scroll_timer.timerId()) {
         doAutoScroll();
+    } else if (e->timerId() == d->open_timer.timerId()) {
+        d->openUnderDrag();
     } else if (e->timerId() == d->rename_timer.timerId()) {
         d->rename_timer.stop();
         if (d->to_rename)
@@ -315,8 +319,12 @@ QSize Q3ListView::minimumSizeHint() const
 
 bool Q3ListView::viewportEvent(QEvent *e)
 {
-    if (e->type() == QEvent::Leave)
+    if (e->type() == QEvent::Leave) {
+        const QPointer<Q3ListView> self(this);
         d->hover(nullptr);
+        if (!self)
+            return true;
+    }
     if (e->type() != QEvent::ToolTip || !d->show_tool_tips)
         return Q3ScrollView::viewportEvent(e);
     const auto *help = static_cast<QHelpEvent *>(e);

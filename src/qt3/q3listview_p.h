@@ -55,6 +55,13 @@ struct Q3ListViewPrivate {
     bool isSorted() const { return sort_column >= 0 && sort_column < static_cast<int>(columns.size()); }
     void updateSortIndicator();
 
+    /// An item and its number among its siblings, which was found last; nothing after changes to any of them.
+    struct Place {
+        const Q3ListViewItem *parent = nullptr;
+        Q3ListViewItem *item = nullptr;
+        int number = 0;
+    };
+
     // Selection (q3listview_selection.cpp)
     bool isSelectableByUser(const Q3ListViewItem *item) const;
     bool select(Q3ListViewItem *item, bool on);
@@ -67,15 +74,23 @@ struct Q3ListViewPrivate {
     // Mouse (q3listview_mouse.cpp)
     int columnAt(const QPoint &viewport_pos) const;
     bool isOnExpander(Q3ListViewItem *item, const QPoint &viewport_pos);
+    void endPress();
+
+    // What a press means (q3listview_press.cpp)
     void pressItem(Q3ListViewItem *item, Qt::KeyboardModifiers modifiers);
     void pressEmpty(Qt::KeyboardModifiers modifiers);
+    void emitPress(int button, Q3ListViewItem *item, const QPoint &global, int column);
+    void emitClick(int button, Q3ListViewItem *item, const QPoint &global, int column);
+
+    // A mouse that moves (q3listview_sweep.cpp)
+    void hover(Q3ListViewItem *item);
     void dragSelect(const QPoint &contents_pos);
     void rubberSelect(const QPoint &contents_pos);
     QRect rubberRect() const;
-    void endPress();
-    void hover(Q3ListViewItem *item);
-    void emitPress(int button, Q3ListViewItem *item, const QPoint &global, int column);
-    void emitClick(int button, Q3ListViewItem *item, const QPoint &global, int column);
+
+    // Drags from elsewhere (q3listview_drag.cpp)
+    void dragOver(Q3ListViewItem *item);
+    void openUnderDrag();
 
     // Keyboard (q3listview_keyboard.cpp)
     bool navigate(QKeyEvent *e);
@@ -109,6 +124,8 @@ struct Q3ListViewPrivate {
     Q3ListViewItemGuard to_rename;
     Q3ListViewItemGuard activated;
 
+    Place place;
+
     Q3ListView::SelectionMode selection_mode = Q3ListView::Single;
     Q3ListView::ResizeMode resize_mode = Q3ListView::NoColumn;
     Q3ListView::RenameAction rename_action = Q3ListView::Reject;
@@ -126,6 +143,7 @@ struct Q3ListViewPrivate {
     QBasicTimer update_timer;
     QBasicTimer scroll_timer;
     QBasicTimer rename_timer;
+    QBasicTimer open_timer; ///< Until the item under a drag opens.
 
     Press press = Press::None;
     QPoint press_pos; ///< In contents coordinates, as all here.

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "qt3/q3listview_p.h"
+#include "qt3/q3listviewaccess_p.h"
 
 #include <QSet>
 
@@ -61,6 +62,7 @@ bool Q3ListViewPrivate::selectRange(Q3ListViewItem *from, Q3ListViewItem *to, bo
 void Q3ListViewPrivate::emitSelectionChanged()
 {
     const QPointer<Q3ListView> self(q);
+    Q3ListViewAccess::tellSelection(q);
     Q_EMIT q->selectionChanged();
     if (self && selection_mode == Q3ListView::Single)
         Q_EMIT q->selectionChanged(q->selectedItem());
@@ -183,6 +185,7 @@ void Q3ListView::setCurrentItem(Q3ListViewItem *i)
     d->current = i;
     repaintItem(before);
     repaintItem(i);
+    Q3ListViewAccess::tellFocus(this, i);
     Q_EMIT currentChanged(i);
 }
 

@@ -277,6 +277,8 @@ protected:
 
 private:
     friend class Q3ListView;
+    friend class Q3ListViewAccess;
+    friend class Q3ListViewItemAccessible;
     friend class Q3ListViewItemGuard;
     friend class Q3ListViewItemIterator;
     friend class Q3ListViewRows;
@@ -297,9 +299,7 @@ private:
         Pending = 0x400, ///< The view has it in its list of items to be measured.
         Dying = 0x800,   ///< Its destructor runs.
         /// It is in its parent's list of children that may have to move.
-        Misplaced = 0x1000,
-        /// It is deleted with what was above it, which deletes its children after it.
-        HandsOver = 0x2000
+        Misplaced = 0x1000
     };
 
     struct RootTag {};
@@ -314,7 +314,6 @@ private:
     bool isInside(const Q3ListViewItem *ancestor) const;
     Q3ListViewItemExtra *extra();
     void contentChanged(int column);
-    void deleteChildren();
 
     Q3ListViewItem *parent_ = nullptr; ///< Of a top-level item, the view's hidden root.
     Q3ListViewItem *previous_ = nullptr;

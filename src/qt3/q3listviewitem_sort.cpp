@@ -128,6 +128,8 @@ void Q3ListViewItem::sortChildItems(int column, bool ascending)
         return;
     const bool in_order = std::exchange(children_->only_misplaced, false) && column == children_->column
                           && ascending == children_->ascending;
+    if (Q3ListView *view = listView())
+        Q3ListViewPrivate::of(view)->place = {};
     if (in_order && Q3ListViewRows::place(this))
         return;
     Q3ListViewRows::settle(*children_);

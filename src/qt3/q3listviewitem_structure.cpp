@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "qt3/q3listview_p.h"
+#include "qt3/q3listviewaccess_p.h"
 #include "qt3/q3listviewitem.h"
 #include "qt3/q3listviewtree_p.h"
 
@@ -7,6 +8,18 @@
 #include <utility>
 
 namespace {
+
+// One destructor deletes all that is below its item: those who go leave their children to it. A tree may be deeper
+// than the stack.
+Q3ListViewItem *grave = nullptr;
+Q3ListViewItem *buried = nullptr; ///< The one that it deletes now.
+
+/// Items have come, gone or changed places.
+void structureChanged(Q3ListView *view)
+{
+    Q3ListViewPrivate::of(view)->place = {};
+    view->triggerUpdate();
+}
 
 Q3ListViewItem *rootOf(Q3ListView *view)
 {
@@ -96,7 +109,7 @@ void Q3ListViewItem::construct(Q3ListViewItem *parent, Q3ListViewItem *after)
         return;
     Q3ListViewRows::link(parent, this, after && after->parent_ == parent ? after : nullptr);
     if (Q3ListView *view = parent->listView())
-        view->triggerUpdate();
+        structureChanged(view);
 }
 
 Q3ListViewItem::~Q3ListViewItem()
@@ -113,40 +126,25 @@ Q3ListViewItem::~Q3ListViewItem()
     if (parent_)
         parent_->Q3ListViewItem::takeItem(this);
     Q3ListViewItemGuard::deleted(this);
-    if (children_)
-        deleteChildren();
-}
-
-/// Deletes all below without recursion, since trees may be deeper than the stack: what is deleted here leaves its
-/// children to it. Their destructors may delete siblings.
-void Q3ListViewItem::deleteChildren()
-{
-    static Q3ListViewItem *heir = nullptr;
-    Q3ListViewChildren &children = *children_;
-    children.linked = children.indexed = false;
-    children.misplaced.clear();
-    if (flags_ & HandsOver) {
-        if (!children.first)
-            return;
-        Q3ListViewChildren &others = *heir->children_;
-        for (Q3ListViewItem *child = children.first; child; child = child->next_)
-            child->parent_ = heir;
-        children.last->next_ = others.first;
-        (others.first ? others.first->previous_ : others.last) = children.last;
-        others.first = children.first;
-        others.count += children.count;
+    Q3ListViewAccess::forget(this);
+    if (!children_ || !children_->first)
+        return;
+    children_->linked = children_->indexed = false;
+    children_->misplaced.clear();
+    if (buried == this) {
+        Q3ListViewRows::handOver(this, grave);
         return;
     }
-    Q3ListViewItem *outer = std::exchange(heir, this);
-    while (children.first) {
-        Q3ListViewItem *child = children.first;
-        Q3ListViewRows::leave(child);
-        --children.count;
-        child->parent_ = child->next_ = child->previous_ = nullptr;
-        child->setFlag(HandsOver, true);
+    // Others may go in the destructors of these, with a loop of their own.
+    Q3ListViewItem *const outer_grave = std::exchange(grave, this);
+    Q3ListViewItem *const outer_buried = buried;
+    while (Q3ListViewItem *child = children_->first) {
+        Q3ListViewRows::unlink(child);
+        buried = child;
         delete child;
     }
-    heir = outer;
+    grave = outer_grave;
+    buried = outer_buried;
 }
 
 void Q3ListViewItem::insertItem(Q3ListViewItem *newChild)
@@ -158,7 +156,7 @@ void Q3ListViewItem::insertItem(Q3ListViewItem *newChild)
         item->setFlag(SetUp, false);
     Q3ListViewRows::link(this, newChild, nullptr);
     if (Q3ListView *view = listView())
-        view->triggerUpdate();
+        structureChanged(view);
 }
 
 void Q3ListViewItem::takeItem(Q3ListViewItem *item)
@@ -174,7 +172,7 @@ void Q3ListViewItem::takeItem(Q3ListViewItem *item)
     Q3ListViewPrivate *d = Q3ListViewPrivate::of(view);
     const Q3ListViewPrivate::Leaving left = d->itemLeaves(item);
     Q3ListViewRows::unlink(item);
-    view->triggerUpdate();
+    structureChanged(view);
     d->tellOf(left);
 }
 
@@ -189,7 +187,7 @@ void Q3ListViewItem::moveItem(Q3ListViewItem *after)
     Q3ListViewRows::unlink(this);
     Q3ListViewRows::link(parent, this, after);
     if (view)
-        view->triggerUpdate();
+        structureChanged(view);
 }
 
 bool Q3ListViewItem::isRoot() const

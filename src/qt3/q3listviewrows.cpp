@@ -150,6 +150,25 @@ void Q3ListViewRows::unlink(Q3ListViewItem *item)
     item->parent_ = item->previous_ = item->next_ = nullptr;
 }
 
+void Q3ListViewRows::handOver(Q3ListViewItem *from, Q3ListViewItem *to)
+{
+    Q3ListViewChildren &left = *from->children_;
+    Q3ListViewChildren &right = *to->children_;
+    if (!left.first)
+        return;
+    for (Q3ListViewItem *item = left.first; item; item = item->next_)
+        item->parent_ = to;
+    left.last->next_ = right.first;
+    (right.first ? right.first->previous_ : right.last) = left.last;
+    right.first = left.first;
+    right.count += left.count;
+    left.first = left.last = left.root = nullptr;
+    left.count = 0;
+    left.linked = right.linked = left.indexed = right.indexed = false;
+    left.misplaced.clear();
+    right.misplaced.clear();
+}
+
 void Q3ListViewRows::ensureSetup(Q3ListViewItem *item)
 {
     if (item->flags_ & Q3ListViewItem::SetUp)

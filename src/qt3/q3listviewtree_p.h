@@ -87,6 +87,8 @@ public:
     static void leave(Q3ListViewItem *item);
     /// Takes an item out of its siblings.
     static void unlink(Q3ListViewItem *item);
+    /// Puts all children of an item before those of another, which has children or had some.
+    static void handOver(Q3ListViewItem *from, Q3ListViewItem *to);
     /// Links the children anew in the order given.
     static void reorder(Q3ListViewItem *parent, const std::vector<Q3ListViewItem *> &order);
     /// Makes the search tree of the children, if there is none, without heights.

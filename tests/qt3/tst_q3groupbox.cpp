@@ -49,6 +49,32 @@ private Q_SLOTS:
         QCOMPARE(across ? c->y() : c->x(), across ? a->y() : a->x());
     }
 
+    void windowsAreNotLaidOut()
+    {
+        Q3GroupBox box(1, Qt::Horizontal);
+        new QWidget(&box, Qt::Window);
+        QCOMPARE(box.layout()->count(), 0);
+        new QWidget(&box);
+        QCOMPARE(box.layout()->count(), 1);
+    }
+
+    void fewerThanNoStripsAreNone()
+    {
+        Q3GroupBox box(-3, Qt::Horizontal);
+        QCOMPARE(box.columns(), 0);
+        QCOMPARE(box.layout(), nullptr);
+    }
+
+    void spaceGoesAlongTheStrips()
+    {
+        for (const Qt::Orientation orientation : {Qt::Horizontal, Qt::Vertical}) {
+            Q3GroupBox box(2, orientation);
+            box.addSpace(30);
+            QCOMPARE(box.layout()->itemAt(0)->sizeHint(),
+                     orientation == Qt::Horizontal ? QSize(30, 0) : QSize(0, 30));
+        }
+    }
+
     void aLayoutOfOnesOwn()
     {
         Q3GroupBox box(2, Qt::Horizontal);

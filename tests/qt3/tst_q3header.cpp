@@ -2,12 +2,55 @@
 #include "qt3/q3header.h"
 #include "tests/support/tavitest.h"
 
+#include <QHelpEvent>
+#include <QProxyStyle>
 #include <QSignalSpy>
-#include <QStyle>
+#include <QStyleOptionHeader>
+#include <QToolTip>
 
 #include <memory>
 
 namespace {
+
+/// A style that notes what it is asked to paint.
+class NotingStyle : public QProxyStyle
+{
+public:
+    void drawControl(ControlElement element, const QStyleOption *option, QPainter *painter,
+                     const QWidget *widget) const override
+    {
+        if (const auto *header = qstyleoption_cast<const QStyleOptionHeader *>(option);
+            header && element == CE_HeaderSection) {
+            sections.append(header->section);
+            if (header->state & State_MouseOver)
+                hovered.append(header->section);
+            if (header->state & State_Sunken)
+                sunken.append(header->section);
+            arrow = header->sortIndicator != QStyleOptionHeader::None ? header->sortIndicator : arrow;
+        }
+        QProxyStyle::drawControl(element, option, painter, widget);
+    }
+    void drawPrimitive(PrimitiveElement element, const QStyleOption *option, QPainter *painter,
+                       const QWidget *widget) const override
+    {
+        if (element == PE_FrameFocusRect)
+            focus.append(option->rect.center().x() / 60);
+        QProxyStyle::drawPrimitive(element, option, painter, widget);
+    }
+    /// Paints a header and forgets what was before.
+    void paint(QWidget *header)
+    {
+        for (QVector<int> *list : {&sections, &hovered, &sunken, &focus})
+            list->clear();
+        arrow = QStyleOptionHeader::None;
+        header->grab();
+    }
+    mutable QVector<int> sections;
+    mutable QVector<int> hovered;
+    mutable QVector<int> sunken;
+    mutable QVector<int> focus;
+    mutable QStyleOptionHeader::SortIndicator arrow = QStyleOptionHeader::None;
+};
 
 /// A header of four sections of 60 pixels.
 class Header : public Q3Header
@@ -331,6 +374,208 @@ private Q_SLOTS:
         QTest::mouseClick(&header, Qt::LeftButton, Qt::NoModifier, QPoint(10, 35));
         QCOMPARE(clicked.at(0).at(0).toInt(), 1);
         QVERIFY(header.sizeHint().height() == 50);
+    }
+
+    void negativeNumbersButOneAreNoSections()
+    {
+        Header header;
+        header.setClickEnabled(false, -2);
+        header.setClickEnabled(false, 9);
+        QVERIFY(header.isClickEnabled());
+        header.setResizeEnabled(false);
+        QVERIFY(!header.isResizeEnabled(header.addLabel(QStringLiteral("new"))));
+        header.setStretchEnabled(true);
+        QVERIFY(header.isStretchEnabled(header.addLabel(QStringLiteral("new"))));
+    }
+
+    void aPressEndsWithItsSection()
+    {
+        Header header;
+        QSignalSpy released(&header, SIGNAL(released(int)));
+        QSignalSpy clicked(&header, SIGNAL(clicked(int)));
+        QTest::mousePress(&header, Qt::LeftButton, Qt::NoModifier, QPoint(30, 10));
+        header.removeLabel(3);
+        QTest::mouseRelease(&header, Qt::LeftButton, Qt::NoModifier, QPoint(30, 10));
+        QCOMPARE(released.count(), 0);
+        QCOMPARE(clicked.count(), 0);
+    }
+
+    void aSecondPressIsNone()
+    {
+        Header header;
+        QSignalSpy pressed(&header, SIGNAL(pressed(int)));
+        for (const int x : {30, 90}) {
+            QMouseEvent press(QEvent::MouseButtonPress, QPoint(x, 10), Qt::LeftButton, Qt::LeftButton, {});
+            QCoreApplication::sendEvent(&header, &press);
+        }
+        QCOMPARE(pressed.count(), 1);
+    }
+
+    void clicksEndInTheHeader()
+    {
+        Header header;
+        QSignalSpy released(&header, SIGNAL(released(int)));
+        QSignalSpy clicked(&header, SIGNAL(clicked(int)));
+        QTest::mousePress(&header, Qt::LeftButton, Qt::NoModifier, QPoint(30, 10));
+        QTest::mouseRelease(&header, Qt::LeftButton, Qt::NoModifier, QPoint(30, 100));
+        QCOMPARE(released.count(), 1);
+        QCOMPARE(clicked.count(), 0);
+        header.drag(30, 33); // a hand that trembles
+        QCOMPARE(clicked.count(), 1);
+    }
+
+    void theMouseChoosesForTheKeys()
+    {
+        Header header;
+        QTest::mouseClick(&header, Qt::LeftButton, Qt::NoModifier, QPoint(150, 10));
+        QSignalSpy pressed(&header, SIGNAL(pressed(int)));
+        QSignalSpy clicked(&header, SIGNAL(clicked(int)));
+        QTest::keyClick(&header, Qt::Key_Right);
+        QTest::keyPress(&header, Qt::Key_Space);
+        QKeyEvent again(QEvent::KeyPress, Qt::Key_Space, {}, QString(), true);
+        QCoreApplication::sendEvent(&header, &again);
+        QCOMPARE(pressed.count(), 1);
+        QCOMPARE(pressed.at(0).at(0).toInt(), 3);
+        QTest::keyRelease(&header, Qt::Key_Space);
+        QCOMPARE(clicked.count(), 1);
+    }
+
+    void stretchingNeedsRoom()
+    {
+        Header header;
+        header.setStretchEnabled(true, 3);
+        header.resize(100, 24);
+        QCOMPARE(header.sectionSize(3), 120);
+        Q3Header never_placed;
+        never_placed.addLabel(QStringLiteral("a"), 60);
+        never_placed.setStretchEnabled(true);
+        QCOMPARE(never_placed.sectionSize(0), 60);
+    }
+
+    void narrowSectionsTellTheirTexts()
+    {
+        Header header;
+        header.setLabel(1, QStringLiteral("a rather long heading"));
+        const auto ask = [&header](int x) {
+            QToolTip::hideText();
+            QHelpEvent help(QEvent::ToolTip, QPoint(x, 10), header.mapToGlobal(QPoint(x, 10)));
+            QCoreApplication::sendEvent(&header, &help);
+            return QToolTip::text();
+        };
+        QCOMPARE(ask(90), QStringLiteral("a rather long heading"));
+        QToolTip::hideText();
+        QTRY_VERIFY(!QToolTip::isVisible());
+        ask(30);
+        QVERIFY(!QToolTip::isVisible());
+    }
+
+    void sectionsShowWhatTheMouseDoes()
+    {
+        NotingStyle style;
+        Header header;
+        header.setStyle(&style);
+        const auto move = [&header](int x) {
+            QMouseEvent event(QEvent::MouseMove, QPoint(x, 10), Qt::NoButton, Qt::NoButton, {});
+            QCoreApplication::sendEvent(&header, &event);
+        };
+        header.setAttribute(Qt::WA_UnderMouse);
+        move(90);
+        style.paint(&header);
+        QCOMPARE(style.hovered, QVector<int>{1});
+        QVERIFY(style.sunken.isEmpty());
+        QEvent leave(QEvent::Leave);
+        QCoreApplication::sendEvent(&header, &leave);
+        header.setAttribute(Qt::WA_UnderMouse);
+        style.paint(&header);
+        QVERIFY(style.hovered.isEmpty());
+        QTest::mousePress(&header, Qt::LeftButton, Qt::NoModifier, QPoint(150, 10));
+        style.paint(&header);
+        QCOMPARE(style.sunken, QVector<int>{2});
+        QTest::mouseRelease(&header, Qt::LeftButton, Qt::NoModifier, QPoint(150, 10));
+        style.paint(&header);
+        QVERIFY(style.sunken.isEmpty());
+        QTest::mousePress(&header, Qt::LeftButton, Qt::NoModifier, QPoint(119, 10));
+        style.paint(&header);
+        QVERIFY(style.sunken.isEmpty()); // it resizes
+        QTest::mouseRelease(&header, Qt::LeftButton, Qt::NoModifier, QPoint(119, 10));
+        header.setStyle(nullptr);
+    }
+
+    void arrowsFocusAndSectionsInSight()
+    {
+        NotingStyle style;
+        Header header;
+        header.setStyle(&style);
+        header.setSortIndicator(1, Qt::AscendingOrder);
+        style.paint(&header);
+        QCOMPARE(style.arrow, QStyleOptionHeader::SortDown);
+        header.setSortIndicator(1, Qt::DescendingOrder);
+        style.paint(&header);
+        QCOMPARE(style.arrow, QStyleOptionHeader::SortUp);
+        header.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&header));
+        header.setFocusPolicy(Qt::StrongFocus);
+        header.setFocus();
+        QTest::keyClick(&header, Qt::Key_Right);
+        style.paint(&header);
+        QCOMPARE(style.focus, QVector<int>{1});
+        header.clearFocus();
+        style.paint(&header);
+        QVERIFY(style.focus.isEmpty());
+        header.resize(100, 24);
+        style.paint(&header);
+        QCOMPARE(style.sections, (QVector<int>{0, 1}));
+        header.setStyle(nullptr);
+    }
+
+    void theGapIsMarked_data()
+    {
+        QTest::addColumn<bool>("mirrored");
+        QTest::addColumn<int>("to");
+        QTest::addColumn<int>("mark");
+        QTest::newRow("left to right") << false << 149 << 120;
+        QTest::newRow("left to right, the end") << false << 235 << 239;
+        QTest::newRow("right to left") << true << 150 << 179;
+        QTest::newRow("right to left, the end") << true << 62 << 60;
+    }
+    void theGapIsMarked()
+    {
+        QFETCH(bool, mirrored);
+        QFETCH(int, to);
+        QFETCH(int, mark);
+        Header header;
+        header.setLayoutDirection(mirrored ? Qt::RightToLeft : Qt::LeftToRight);
+        QPalette palette = header.palette();
+        palette.setColor(QPalette::Highlight, QColor(1, 200, 3));
+        header.setPalette(palette);
+        header.drag(mirrored ? 270 : 30, to, false);
+        const QPixmap shown = header.grab();
+        const QImage image = shown.toImage();
+        const qreal ratio = shown.devicePixelRatioF();
+        const auto marked = [&](int x) {
+            return image.pixelColor(qFloor(x * ratio), image.height() / 2) == QColor(1, 200, 3);
+        };
+        QVERIFY(marked(mark));
+        QVERIFY(!marked(mark + 4) && !marked(mark - 4));
+        QTest::mouseRelease(&header, Qt::LeftButton, Qt::NoModifier, QPoint(to, 10));
+    }
+
+    void anEmptyHeaderHasAHeight()
+    {
+        Q3Header header;
+        QVERIFY(header.sizeHint().height() > header.fontMetrics().height());
+        QCOMPARE(header.sizeHint().width(), 0);
+    }
+
+    void aWideHeaderBeginsAtTheRight()
+    {
+        Header header;
+        header.setLayoutDirection(Qt::RightToLeft);
+        header.resize(100, 24);
+        QCOMPARE(header.sectionRect(0).left(), 180);
+        header.setOffset(140);
+        QCOMPARE(header.sectionRect(0).left(), 40);
+        QCOMPARE(header.cellAt(50), 0);
     }
 
     void sectionsMayGoInSlots()

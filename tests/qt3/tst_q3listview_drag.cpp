@@ -100,6 +100,87 @@ private Q_SLOTS:
         QVERIFY(!drag(list.middleOf(target)));
     }
 
+    void aDragThatStaysOpensAnItem_data()
+    {
+        QTest::addColumn<bool>("decorated");
+        QTest::addColumn<bool>("children");
+        QTest::addColumn<bool>("enabled");
+        QTest::addColumn<bool>("stays");
+        QTest::addColumn<bool>("opens");
+        QTest::newRow("it stays") << true << true << true << true << true;
+        QTest::newRow("it goes on") << true << true << true << false << false;
+        QTest::newRow("nothing to open") << true << false << true << true << false;
+        QTest::newRow("not for the user to open") << false << true << true << true << false;
+        QTest::newRow("disabled") << true << true << false << true << false;
+    }
+    void aDragThatStaysOpensAnItem()
+    {
+        QFETCH(bool, decorated);
+        QFETCH(bool, children);
+        QFETCH(bool, enabled);
+        QFETCH(bool, stays);
+        QFETCH(bool, opens);
+        ListFixture list(3);
+        list.setRootIsDecorated(decorated);
+        if (children)
+            new Q3ListViewItem(list.at(1), QStringLiteral("below"));
+        list.at(1)->setEnabled(enabled);
+        list.setAcceptDrops(true);
+        QVERIFY(list.showAndWait());
+        QSignalSpy expanded(&list, &Q3ListView::expanded);
+        QMimeData data;
+        drag(list, list.middleOf(list.at(1)), data);
+        drag(list, list.middleOf(list.at(1)) + QPoint(1, 0), data);
+        QVERIFY(!list.at(1)->isOpen());
+        if (!stays)
+            drag(list, list.middleOf(list.at(0)), data);
+        if (opens)
+            QTRY_COMPARE(expanded.count(), 1);
+        else
+            QVERIFY(!expanded.wait(1000)); // the time is the rule here
+        QCOMPARE(list.at(1)->isOpen(), opens);
+    }
+
+    void nothingOpensAfterADrag()
+    {
+        ListFixture left(2);
+        ListFixture dropped(2);
+        ListFixture deleted(2);
+        int opened = 0;
+        QMimeData data;
+        for (ListFixture *list : {&left, &dropped, &deleted}) {
+            list->setRootIsDecorated(true);
+            new Q3ListViewItem(list->at(0), QStringLiteral("below"));
+            list->setAcceptDrops(true);
+            QVERIFY(list->showAndWait());
+            connect(list, &Q3ListView::expanded, list, [&opened] { ++opened; });
+            drag(*list, list->middleOf(list->at(0)), data);
+        }
+        QDragLeaveEvent leave;
+        left.sendToViewport(&leave);
+        QDropEvent drop(dropped.middleOf(dropped.at(0)), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+        dropped.sendToViewport(&drop);
+        delete deleted.at(0);
+        QSignalSpy expanded(&left, &Q3ListView::expanded);
+        QVERIFY(!expanded.wait(1000)); // the time is the rule here
+        QCOMPARE(opened, 0);
+    }
+
+    void anItemThatGoesWhenADragOpensIt()
+    {
+        ListFixture list(3);
+        list.setRootIsDecorated(true);
+        new Q3ListViewItem(list.at(1), QStringLiteral("below"));
+        list.setAcceptDrops(true);
+        QVERIFY(list.showAndWait());
+        connect(&list, &Q3ListView::expanded, &list, [](Q3ListViewItem *item) { delete item; });
+        QMimeData data;
+        drag(list, list.middleOf(list.at(1)), data);
+        QTRY_COMPARE(list.childCount(), 2);
+        QDragLeaveEvent leave;
+        list.sendToViewport(&leave);
+    }
+
     void anItemGoesUnderADrag()
     {
         ListFixture list(2);
@@ -113,6 +194,14 @@ private Q_SLOTS:
         QDragLeaveEvent leave;
         list.sendToViewport(&leave);
         QCOMPARE(list.childCount(), 2);
+    }
+
+private:
+    /// Has a drag move to a point.
+    static void drag(ListFixture &list, const QPoint &at, const QMimeData &data)
+    {
+        QDragMoveEvent event(at, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+        list.sendToViewport(&event);
     }
 };
 

@@ -500,6 +500,67 @@ private Q_SLOTS:
         QTEST(found ? found->text(1) : QString(), "found");
         QCOMPARE(list.findItem(text, 7, 26), nullptr);
     }
+
+    void equalItemsKeepTheirOrder()
+    {
+        ListFixture list(60);
+        for (Q3ListViewItem *item : list.items)
+            item->setText(0, QStringLiteral("the same"));
+        const QString before = list.rows(1);
+        list.setSorting(0);
+        QCOMPARE(list.rows(1), before);
+        list.at(0)->moveItem(list.at(9)); // it sorts, so that nothing is moved by hand
+        QCOMPARE(list.rows(1), before);
+        list.setSorting(0, false);
+        list.sort();
+        QCOMPARE(list.rows(1), before);
+    }
+
+    void itemsAreMeasuredAnewInAnotherView()
+    {
+        ListFixture big(2);
+        QFont font = big.font();
+        font.setPixelSize(60);
+        big.setFont(font);
+        ListFixture small(2);
+        Q3ListViewItem *item = big.at(0);
+        QVERIFY(big.itemPos(big.at(1)) > 0);
+        QVERIFY(item->height() >= 60);
+        big.takeItem(item);
+        small.insertItem(item);
+        const int below = small.itemPos(small.at(1));
+        QCOMPARE(below, 2 * small.at(1)->height());
+        QCOMPARE(item->height(), small.at(0)->height());
+    }
+
+    void viewsAreToldWhatGoes()
+    {
+        struct Watching : ListFixture {
+            void takeItem(Q3ListViewItem *item) override
+            {
+                taken.append(item);
+                Q3ListView::takeItem(item);
+            }
+            QVector<Q3ListViewItem *> taken;
+        } list;
+        new Q3ListViewItem(list.at(1), QStringLiteral("child"));
+        const QVector<Q3ListViewItem *> goes{list.at(1)};
+        delete list.at(1);
+        QCOMPARE(list.taken, goes);
+    }
+
+    void heightsAreNotNegative()
+    {
+        struct Flat : Q3ListViewItem {
+            using Q3ListViewItem::Q3ListViewItem;
+            void setup() override { setHeight(-5); }
+        };
+        ListFixture list(2);
+        auto *flat = new Flat(&list, list.at(0));
+        const int below = list.at(1)->itemPos();
+        QCOMPARE(below, list.at(0)->height());
+        QCOMPARE(flat->height(), 0);
+    }
 };
 
 TAVI_GUI_TEST_MAIN(TestQ3ListViewItems)

@@ -232,6 +232,20 @@ private Q_SLOTS:
         QTest::keyClick(&list, Qt::Key_Down);
         QCOMPARE(window.keys, (QVector<int>{Qt::Key_Escape, Qt::Key_F5, Qt::Key_Control, Qt::Key_S}));
     }
+
+    void aClickBeginsTheSearchAnew()
+    {
+        ListFixture list(0);
+        auto *both = new Q3ListViewItem(&list, QStringLiteral("ab"));
+        auto *second = new Q3ListViewItem(&list, QStringLiteral("b"));
+        auto *first = new Q3ListViewItem(&list, QStringLiteral("a"));
+        QVERIFY(list.showAndWait());
+        QTest::keyClick(&list, Qt::Key_A);
+        QCOMPARE(list.currentItem(), first);
+        list.click(both);
+        QTest::keyClick(&list, Qt::Key_B);
+        QCOMPARE(list.currentItem(), second);
+    }
 };
 
 TAVI_GUI_TEST_MAIN(TestQ3ListViewKeyboard)

@@ -12,12 +12,16 @@ public:
     int times = 0;
     bool by_mouse = false;
     QPoint where;
+    Q3ListViewItem *other = nullptr; ///< One that is not activated.
+    bool other_by_mouse = false;
 
 protected:
     void activate() override
     {
         ++times;
         by_mouse = activatedPos(where);
+        QPoint nowhere;
+        other_by_mouse = other && static_cast<Activated *>(other)->activatedPos(nowhere);
     }
 };
 
@@ -404,6 +408,97 @@ private Q_SLOTS:
         QSignalSpy clicked(&list, SIGNAL(clicked(Q3ListViewItem *, QPoint, int)));
         QTest::mouseClick(list.viewport(), Qt::LeftButton, Qt::NoModifier, QPoint(right - 130, y));
         QCOMPARE(clicked.at(0).at(2).toInt(), 1);
+    }
+
+    void onlyThePressedItemIsActivated()
+    {
+        ListFixture list(1);
+        list.setRootIsDecorated(true);
+        auto *item = new Activated(&list, list.at(0));
+        item->other = new Activated(&list, item);
+        new Q3ListViewItem(item, QStringLiteral("child"));
+        QVERIFY(list.showAndWait());
+        QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, QPoint(10, list.itemRect(item).center().y()));
+        QVERIFY(item->isOpen());
+        QCOMPARE(item->times, 0); // the mouse was on what opens it
+        list.click(item);
+        QCOMPARE(item->times, 1);
+        QVERIFY(item->by_mouse);
+        QVERIFY(!item->other_by_mouse);
+    }
+
+    void whatOpensEndsWithItsColumn()
+    {
+        ListFixture list(2);
+        list.setRootIsDecorated(true);
+        new Q3ListViewItem(list.at(0), QStringLiteral("child"));
+        list.setColumnWidth(0, 5); // narrower than the indentation
+        QVERIFY(list.showAndWait());
+        const int y = list.itemRect(list.at(0)).center().y();
+        QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, QPoint(15, y));
+        QVERIFY(!list.at(0)->isOpen());
+        QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, QPoint(3, y));
+        QVERIFY(list.at(0)->isOpen());
+    }
+
+    void theRightButtonTogglesNothing()
+    {
+        ListFixture list(4, Q3ListView::Multi);
+        QVERIFY(list.showAndWait());
+        list.click(list.at(2), Qt::NoModifier, 0, Qt::RightButton);
+        QVERIFY(list.selection().isEmpty());
+        QCOMPARE(list.currentItem(), list.at(2));
+    }
+
+    void aDragOverDisabledRowsIsNoClick()
+    {
+        ListFixture list(5, Q3ListView::Extended);
+        list.at(3)->setEnabled(false);
+        QVERIFY(list.showAndWait());
+        list.setSelected(list.at(1), true);
+        list.setSelected(list.at(2), true);
+        QTest::mousePress(list.viewport(), Qt::LeftButton, {}, list.middleOf(list.at(2)));
+        list.move(list.middleOf(list.at(3)));
+        list.release(list.middleOf(list.at(3)));
+        QCOMPARE(list.selection(), QStringLiteral("1 2"));
+    }
+
+    void aDragThatComesBackIsNoClick()
+    {
+        ListFixture list(5, Q3ListView::Extended);
+        QVERIFY(list.showAndWait());
+        QSignalSpy clicked(&list, SIGNAL(clicked(Q3ListViewItem *)));
+        list.dragTo(list.middleOf(list.at(1)), list.middleOf(list.at(3)));
+        list.move(list.middleOf(list.at(1)));
+        list.release(list.middleOf(list.at(1)));
+        QCOMPARE(clicked.count(), 0);
+    }
+
+    void menusOfDisabledAndOfDistantItems()
+    {
+        ListFixture list(40);
+        list.at(2)->setEnabled(false);
+        QVERIFY(list.showAndWait());
+        QSignalSpy wanted(&list, SIGNAL(contextMenuRequested(Q3ListViewItem *, QPoint, int)));
+        QContextMenuEvent mouse(QContextMenuEvent::Mouse, list.middleOf(list.at(2)), QPoint(7, 7));
+        QCoreApplication::sendEvent(list.viewport(), &mouse);
+        QCOMPARE(itemOf(wanted.at(0)), nullptr);
+        QCOMPARE(wanted.at(0).at(2).toInt(), -1);
+        list.setCurrentItem(list.at(0));
+        list.setContentsPos(0, 300);
+        QContextMenuEvent key(QContextMenuEvent::Keyboard, QPoint(), QPoint());
+        QCoreApplication::sendEvent(list.viewport(), &key);
+        QCOMPARE(itemOf(wanted.at(1)), list.at(0));
+        QCOMPARE(list.viewport()->mapFromGlobal(wanted.at(1).at(1).toPoint()).y(), 0);
+    }
+
+    void shiftWithoutAnAnchorBeginsAtTheCurrentItem()
+    {
+        ListFixture list(5, Q3ListView::Extended);
+        QVERIFY(list.showAndWait());
+        list.setCurrentItem(list.at(1));
+        list.click(list.at(3), Qt::ShiftModifier);
+        QCOMPARE(list.selection(), QStringLiteral("1 2 3"));
     }
 };
 

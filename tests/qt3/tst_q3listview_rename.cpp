@@ -168,6 +168,45 @@ private Q_SLOTS:
         QCOMPARE(list.at(1)->text(0), QStringLiteral("new"));
         QVERIFY(list.isRenaming());
     }
+
+    void whatIsNoSecondSlowClick_data()
+    {
+        QTest::addColumn<int>("what");
+        QTest::newRow("a first click") << 0;
+        QTest::newRow("with a modifier") << 1;
+        QTest::newRow("a click elsewhere follows") << 2;
+        QTest::newRow("in a column that cannot be renamed") << 3;
+    }
+    void whatIsNoSecondSlowClick()
+    {
+        QFETCH(int, what);
+        const int before = QApplication::doubleClickInterval();
+        QApplication::setDoubleClickInterval(50);
+        ListFixture list;
+        list.at(2)->setRenameEnabled(0, true);
+        QVERIFY(list.showAndWait());
+        if (what > 0)
+            list.click(list.at(2));
+        list.click(list.at(2), what == 1 ? Qt::ControlModifier : Qt::NoModifier, what == 3 ? 1 : 0);
+        if (what == 2)
+            list.click(list.at(4));
+        QTest::qWait(150); // thrice the time after which it would begin
+        QVERIFY(!list.isRenaming());
+        QApplication::setDoubleClickInterval(before);
+    }
+
+    void aPressEndsARenamingWithoutTheFocus()
+    {
+        ListFixture list;
+        list.setFocusPolicy(Qt::NoFocus);
+        list.viewport()->setFocusPolicy(Qt::NoFocus);
+        list.at(1)->setRenameEnabled(0, true);
+        QVERIFY(list.showAndWait());
+        list.at(1)->startRename(0);
+        list.click(list.at(3));
+        QVERIFY(!list.isRenaming());
+        QCOMPARE(list.at(1)->text(0), QStringLiteral("row 1"));
+    }
 };
 
 TAVI_GUI_TEST_MAIN(TestQ3ListViewRename)

@@ -110,6 +110,51 @@ private Q_SLOTS:
         QTRY_VERIFY(second->hasFocus());
     }
 
+    void theFocusStaysInTheStack()
+    {
+        QWidget window;
+        auto *stack = new Q3WidgetStack(&window);
+        stack->resize(100, 50);
+        auto *first = new QLineEdit;
+        auto *second = new QLineEdit;
+        stack->addWidget(first, 1);
+        stack->addWidget(second, 2);
+        auto *outside = new QLineEdit(&window);
+        outside->move(0, 60);
+        stack->raiseWidget(2);
+        window.show();
+        window.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&window));
+        second->setFocus();
+        stack->raiseWidget(1); // that stands before it in the order of the tab key
+        QVERIFY(first->hasFocus());
+        outside->setFocus();
+        stack->raiseWidget(2);
+        QVERIFY(outside->hasFocus());
+    }
+
+    void raisingAWidgetOfElsewhereAddsIt()
+    {
+        Q3WidgetStack stack;
+        auto *widget = new QWidget;
+        stack.show();
+        stack.raiseWidget(widget);
+        QCOMPARE(stack.visibleWidget(), widget);
+        QCOMPARE(stack.id(widget), 0);
+        QVERIFY(widget->isVisible());
+    }
+
+    void aFrameTakesRoom()
+    {
+        Q3WidgetStack stack;
+        auto *label = new QLabel(QStringLiteral("label"));
+        stack.addWidget(label);
+        stack.setFrameShape(QFrame::Box);
+        stack.setLineWidth(7);
+        QCOMPARE(stack.sizeHint(), label->sizeHint() + QSize(14, 14));
+        QCOMPARE(stack.minimumSizeHint(), label->minimumSizeHint() + QSize(14, 14));
+    }
+
     void aWidgetMayGoBeforeItIsShown()
     {
         Q3WidgetStack stack;
