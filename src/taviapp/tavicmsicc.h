@@ -29,7 +29,7 @@ public:
     void labD502rgb(double L, double a, double b, int *red, int *green, int *blue) const;
 
     /// labD502rgb() for a list: @a count triples L, a, b at @a lab to as many triples red, green, blue at @a rgb.
-    /// O(count), at about half the cost of single calls.
+    /// O(count), a little cheaper than single calls.
     void labD502rgb(const double *lab, int *rgb, size_t count) const;
 };
 

@@ -30,7 +30,7 @@ TAVILIB_EXPORT void TAVICMS_XYZToLab(const double xyz[3], const double white_poi
 TAVILIB_EXPORT uint32_t TAVICMSLabToDisplay(double L, double a, double b);
 
 /// TAVICMSLabToDisplay() for @a count colours, the triples L, a, b one behind the other, to as many display colours:
-/// what a list is converted with. O(count), at about half the cost of single calls.
+/// what a list is converted with. O(count), a little cheaper than single calls.
 TAVILIB_EXPORT void TAVICMSLabListToDisplay(const double *lab, uint32_t *argb, size_t count);
 
 /// @}
