@@ -54,6 +54,20 @@ constexpr PacketKind packet_kinds[] = {
      sizeof(CALCHECKCRITERIA),
      {offsetof(CALCHECKCRITERIA, name), offsetof(CALCHECKCRITERIA, standard), offsetof(CALCHECKCRITERIA, edition), 0},
      {}},
+    {TAVIPACKET_CALCHECKRECORD,
+     sizeof(CALCHECKRECORD),
+     {0},
+     {{offsetof(CALCHECKRECORD, chart), TAVIPACKET_CALCHECKCHART},
+      {offsetof(CALCHECKRECORD, measured), TAVIPACKET_COMBOCOLOUR},
+      {offsetof(CALCHECKRECORD, results), TAVIPACKET_CALCHECKRESULT}}},
+    {TAVIPACKET_OUTPUTPAGE,
+     sizeof(TAVIOUTPUTPAGE),
+     {0},
+     {{offsetof(TAVIOUTPUTPAGE, calibration), TAVIPACKET_CALCHECKRECORD}}},
+    {TAVIPACKET_JOB,
+     sizeof(TAVIJOB),
+     {offsetof(TAVIJOB, name), 0},
+     {{offsetof(TAVIJOB, pages), TAVIPACKET_OUTPUTPAGE}}},
 };
 
 const PacketKind *kindOf(int type, const char *function)

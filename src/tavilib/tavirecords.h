@@ -229,6 +229,36 @@ typedef struct CALCHECKRESULT {
 
 /* ---------------------------------------------------------------------------------------------------------------- */
 
+/** A colour check that was made before and is kept with a job or a media. Type code 1003. */
+typedef struct CALCHECKRECORD {
+    TAVIPACKETHEADER header;
+    int64_t date;              /**< When it was measured, in seconds since 1970 in UTC; 0: not known. */
+    CALCHECKCHART *chart;      /**< What it was checked against; null: none. */
+    TAVICOMBOCOLOUR *measured; /**< What was measured; null: nothing. */
+    CALCHECKRESULT *results;   /**< What it came to then; null: not kept. */
+} CALCHECKRECORD;
+
+/** Kinds of output pages. */
+enum {
+    TAVIPAGE_CALIBRATION = 11 /**< The page that carries a colour check. */
+};
+
+/** A page that a job puts out. Type code 1004. */
+typedef struct TAVIOUTPUTPAGE {
+    TAVIPACKETHEADER header;
+    uint32_t page_type;          /**< TAVIPAGE_... and others that are not looked at here. */
+    CALCHECKRECORD *calibration; /**< The page's colour check; null: none. */
+} TAVIOUTPUTPAGE;
+
+/** What of a job the widgets read. Type code 21. */
+typedef struct TAVIJOB {
+    TAVIPACKETHEADER header;
+    char *name;            /**< In UTF-8; may be null. */
+    TAVIOUTPUTPAGE *pages; /**< In the order of output. */
+} TAVIJOB;
+
+/* ---------------------------------------------------------------------------------------------------------------- */
+
 /**
  * Separations, as density readings name them. Which channel a value selects differs between spot readings and
  * linearisation on 0, 4 and 6; see `instruments/spectro_fromfile.h`.
