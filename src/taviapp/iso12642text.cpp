@@ -14,8 +14,6 @@
 
 namespace {
 
-constexpr size_t most_device = 8;
-
 template <typename Number>
 void append(std::string &text, Number number)
 {
@@ -24,7 +22,8 @@ void append(std::string &text, Number number)
     text.append(digits, end);
 }
 
-/// A value that a reader takes for a double before it becomes a float again.
+/// A value that a reader takes for a double before it becomes a float again. Rounded twice, the shortest form of
+/// 7.038531e-26 gives the float beside it.
 void appendFloat(std::string &text, float value)
 {
     const size_t start = text.size();

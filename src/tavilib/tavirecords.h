@@ -168,7 +168,7 @@ typedef struct CALCHECKCRITERIA {
     char *name;               /**< What a verdict names it by, such as "iso12647-7-2016". */
     char *standard;           /**< Such as "ISO 12647-7". Null for none. */
     char *edition;            /**< Such as "2016". Null for none. */
-    DELTAE_TYPE delta_e_type; /**< The formula that the limits of #delta_e are for. */
+    DELTAE_TYPE delta_e_type; /**< The formula that the limits of `delta_e` are for. */
     CALCHECKLIMITS delta_e;
     CALCHECKLIMITS delta_h;
     CALCHECKLIMITS delta_c;

@@ -200,6 +200,17 @@ private Q_SLOTS:
         QCOMPARE(wholeTexts(thereAndBack(patches)), wholeTexts(patches));
     }
 
+    /// Of all floats just one is lost in its shortest form, where that is read as a double first.
+    void theFloatThatRoundsTwiceComesBack()
+    {
+        TAVICOMBOCOLOUR_CC patches;
+        patches.insertCombo(newPatch("p", 50, 0, 0));
+        const float value = 0x1.5c87fap-84F; // 7.038531e-26
+        setDevice(patches.head(), COMBOCOLOUR_DEVICE_GRAY, {value});
+        const TAVICOMBOCOLOUR_CC back = thereAndBack(patches);
+        QVERIFY(back.head()->device[0] == value);
+    }
+
     void impossibleDeviceValuesAreLeftOut()
     {
         TAVICOMBOCOLOUR_CC patches;

@@ -210,6 +210,8 @@ private Q_SLOTS:
         row("TAVI_DEVICE_MODEL TAVI_DEVICE_1", "gray 1,5", qPrintable(QString("8: TAVI_DEVICE_1 is '1,5'") + device));
         row("TAVI_DEVICE_MODEL TAVI_DEVICE_1", "gray 1e39",
             qPrintable(QString("8: TAVI_DEVICE_1 is '1e39'") + device));
+        row("GRAY", "3.5e38", qPrintable(QString("8: GRAY is '3.5e38', which is no usable number") + device));
+        row("GRAY", "3.4e38", "");
         row("GRAY", "-1e39", qPrintable(QString("8: GRAY is '-1e39', which is no usable number") + device));
         row("TAVI_DEVICE_MODEL TAVI_DEVICE_1 TAVI_DEVICE_2", "gray 1 2",
             qPrintable(QString("8: TAVI_DEVICE_MODEL is 'gray'") + device));
