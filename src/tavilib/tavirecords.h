@@ -101,18 +101,18 @@ enum {
 /** One colour patch of a chart, a reference or a measurement. Type code 17; 116 bytes on 32-bit targets. */
 typedef struct TAVICOMBOCOLOUR {
     TAVIPACKETHEADER header;
-    char *name;            /**< Patch name in UTF-8; null shows as "Untitled". */
-    uint32_t flags;        /**< COMBOCOLOUR_FLAG_... bits. */
-    uint32_t tolerances;   /**< Of dE and dH; the base library's, for the decoders of `calcheck.h`. Zero: none. */
-    uint32_t rgb;          /**< Display colour, 0xAARRGGBB, as swatches draw it. */
-    double L;              /**< CIE L*, D50, 0..100. */
-    double a;              /**< CIE a*. */
-    double b;              /**< CIE b*. */
-    float device[4];       /**< The first four device values; see #device_model. The base library's. */
-    int32_t percent;       /**< Tint in percent; 100 on every patch made from a Lab measurement. */
-    uint32_t device_model; /**< COMBOCOLOUR_DEVICE_...: what #device holds. The base library's. */
-    uint32_t device_count; /**< How many device values there are, 0..8. The base library's. */
-    float device_extra[4]; /**< Device values five to eight. The base library's. */
+    char *name;               /**< Patch name in UTF-8; null shows as "Untitled". */
+    uint32_t flags;           /**< COMBOCOLOUR_FLAG_... bits. */
+    uint32_t tolerances;      /**< Of dE and dH; the base library's, for the decoders of `calcheck.h`. Zero: none. */
+    uint32_t rgb;             /**< Display colour, 0xAARRGGBB, as swatches draw it. */
+    double L;                 /**< CIE L*, D50, 0..100. */
+    double a;                 /**< CIE a*. */
+    double b;                 /**< CIE b*. */
+    float device[4];          /**< The first four device values; see #device_model. The base library's. */
+    int32_t percent;          /**< Tint in percent; 100 on every patch made from a Lab measurement. */
+    uint32_t device_model;    /**< COMBOCOLOUR_DEVICE_...: what #device holds. The base library's. */
+    uint32_t device_count;    /**< How many device values there are, 0..8. The base library's. */
+    float device_extra[4];    /**< Device values five to eight. The base library's. */
     uint32_t tolerances_more; /**< Of dC, and where they are from; as #tolerances. */
     uint32_t reserved;        /**< The base library's, zero. */
 } TAVICOMBOCOLOUR;
