@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The CGATS reader and the importer of patches over any bytes.
 #include "fuzz/fuzzcheck.h"
+#include "fuzz/memoryfile.h"
 #include "taviapp/cgatsreader.h"
 #include "taviapp/iso12642.h"
 #include "tavilib/tavilist.h"
@@ -10,30 +11,7 @@
 #include <cstdint>
 #include <string>
 
-#include <sys/mman.h>
-#include <unistd.h>
-
 namespace {
-
-/// A file in memory that has a path.
-class MemoryFile
-{
-public:
-    MemoryFile() : descriptor_(memfd_create("fuzz_cgats", 0)) { FUZZ_CHECK(descriptor_ >= 0); }
-    MemoryFile(const MemoryFile &) = delete;
-    MemoryFile &operator=(const MemoryFile &) = delete;
-    ~MemoryFile() { close(descriptor_); }
-
-    std::string path() const { return "/proc/self/fd/" + std::to_string(descriptor_); }
-    void fill(const uint8_t *data, size_t size) const
-    {
-        FUZZ_CHECK(ftruncate(descriptor_, 0) == 0);
-        FUZZ_CHECK(pwrite(descriptor_, data, size, 0) == static_cast<ssize_t>(size));
-    }
-
-private:
-    int descriptor_;
-};
 
 void checkReport(const CgatsReport &report, size_t lines)
 {
@@ -131,8 +109,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
         checkTable(table, lines);
     checkOtherLineEnds(text, file, report);
 
-    static const MemoryFile memory;
-    memory.fill(data, size);
+    static const MemoryFile memory("fuzz_cgats");
+    memory.fill(text);
     CgatsReport import_report;
     TAVICOMBOCOLOUR *patches = ISO12642Importer::import(memory.path(), 0, import_report);
     checkReport(import_report, lines);

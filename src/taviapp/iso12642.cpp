@@ -3,6 +3,7 @@
 
 #include "taviapp/cgatscolumns_p.h"
 #include "taviapp/cgatsnumber_p.h"
+#include "taviapp/cgatsowncolumns_p.h"
 #include "taviapp/cgatsreader.h"
 #include "taviapp/cgatstext_p.h"
 #include "taviapp/comboflags_p.h"
@@ -13,19 +14,31 @@
 
 #include <algorithm>
 #include <charconv>
+#include <cmath>
 #include <cstring>
+#include <limits>
 #include <new>
 
 namespace {
 
 constexpr const char *out_of_memory = "out of memory"; // short: it must fit a string without an allocation
 
+template <typename Number>
+constexpr double most_of = std::numeric_limits<Number>::max();
+
+/// What becomes of a patch without a colour.
+enum class Colourless {
+    Kept,   ///< It is a patch all the same.
+    Refused ///< It refuses the file.
+};
+
 /// Makes patches of the rows of one table.
 class PatchMaker
 {
 public:
-    PatchMaker(const CgatsTable &table, const CgatsColumns &columns, CgatsReport &report)
-        : table_(table), columns_(columns), report_(report)
+    PatchMaker(const CgatsTable &table, const CgatsColumns &columns, Colourless colourless, CgatsReport &report)
+        : table_(table), columns_(columns), own_(CgatsOwnColumns::find(table)), colourless_(colourless),
+          report_(report)
     {}
     PatchMaker(const PatchMaker &) = delete;
     PatchMaker &operator=(const PatchMaker &) = delete;
@@ -38,7 +51,8 @@ private:
     bool makeName(TAVICOMBOCOLOUR &patch, size_t row);
     void setColour(TAVICOMBOCOLOUR &patch, size_t row);
     void setDevice(TAVICOMBOCOLOUR &patch, size_t row);
-    bool readValue(size_t row, size_t column, double &value, const char *consequence);
+    bool readValue(size_t row, size_t column, double &value, double most, const char *consequence);
+    void noteWrong(const std::string &reason, size_t row);
     bool checkSeparators();
     void notePaper(const TAVICOMBOCOLOUR &patch, size_t row);
     void doubtScales();
@@ -50,6 +64,8 @@ private:
 
     const CgatsTable &table_;
     const CgatsColumns &columns_;
+    const CgatsOwnColumns own_;
+    const Colourless colourless_;
     CgatsReport &report_;
     TaviPacketChain<TAVICOMBOCOLOUR> patches_;
     Paper lightest_;
@@ -69,8 +85,11 @@ TAVICOMBOCOLOUR *PatchMaker::make()
         if (!makeName(*patch, row))
             throw std::bad_alloc();
         setColour(*patch, row);
+        if (report_.refused)
+            return nullptr;
         setDevice(*patch, row);
         patch->flags |= taviReferenceFlags(*patch);
+        noteWrong(own_.readMarks(table_, row, *patch), row);
         notePaper(*patch, row);
     }
     if (comma_line_ > 0 && !checkSeparators())
@@ -109,11 +128,17 @@ bool PatchMaker::makeName(TAVICOMBOCOLOUR &patch, size_t row)
     return set(std::string_view(number, static_cast<size_t>(end - number)));
 }
 
-/// A value that is no number is a doubt. @a consequence tells what becomes of it.
-bool PatchMaker::readValue(size_t row, size_t column, double &value, const char *consequence)
+void PatchMaker::noteWrong(const std::string &reason, size_t row)
+{
+    if (!reason.empty())
+        report_.doubt(table_.rowLine(row), reason);
+}
+
+/// A value that is no number, or one beyond @a most, is a doubt. @a consequence tells what becomes of it.
+bool PatchMaker::readValue(size_t row, size_t column, double &value, double most, const char *consequence)
 {
     const CgatsNumber number = cgatsNumber(table_.cell(row, column));
-    if (!number.valid) {
+    if (!number.valid || std::abs(number.value) > most) {
         const std::string field =
             column < table_.fields().size() ? table_.fields()[column] : "column " + std::to_string(column + 1);
         report_.doubt(table_.rowLine(row), cgatsToUtf8(field) + " is " + cgatsQuoted(table_.cell(row, column))
@@ -131,9 +156,12 @@ void PatchMaker::setColour(TAVICOMBOCOLOUR &patch, size_t row)
     double value[3] = {};
     bool usable = columns_.hasColour();
     for (size_t i = 0; usable && i < 3; ++i)
-        usable = readValue(row, columns_.colour()[i], value[i], "the patch has no colour");
+        usable = readValue(row, columns_.colour()[i], value[i], most_of<double>, "the patch has no colour");
     if (!usable) {
         ++report_.rows_without_colour;
+        if (colourless_ == Colourless::Refused)
+            report_.refuse(table_.rowLine(row), "the patch " + cgatsQuoted(patch.name)
+                                                    + " has no usable colour, and the list is of no use without it");
         return;
     }
     if (columns_.lab) {
@@ -154,11 +182,13 @@ void PatchMaker::setDevice(TAVICOMBOCOLOUR &patch, size_t row)
 {
     double value[8] = {};
     for (size_t i = 0; i < columns_.device.size(); ++i) {
-        if (!readValue(row, columns_.device[i], value[i], "the patch has no device values"))
+        if (!readValue(row, columns_.device[i], value[i], most_of<float>, "the patch has no device values"))
             return;
     }
-    if (!columns_.hasDevice())
+    if (!columns_.hasDevice()) {
+        noteWrong(own_.readDevice(table_, row, patch), row);
         return;
+    }
     patch.device_model = columns_.device_model;
     patch.device_count = static_cast<uint32_t>(columns_.device.size());
     for (size_t i = 0; i < 4; ++i) {
@@ -307,7 +337,18 @@ void doubtIlluminant(const CgatsTable &table, CgatsReport &report)
     }
 }
 
-TAVICOMBOCOLOUR *readPatches(const std::string &path, CgatsReport &report)
+/// In a list whose patches are told by their place none may be missing.
+bool refuseGaps(const Choice &choice, CgatsReport &report)
+{
+    if (!choice.columns.hasColour())
+        report.refuse(choice.table->fieldsLine(), "there are no columns of Lab or XYZ");
+    else if (choice.table->droppedRowCount() > 0)
+        report.refuse(choice.table->firstDroppedRow().line,
+                      choice.table->firstDroppedRow().text + "; the list is of no use without this row");
+    return report.refused;
+}
+
+TAVICOMBOCOLOUR *readPatches(const std::string &path, Colourless colourless, CgatsReport &report)
 {
     const CgatsFile file = CgatsFile::read(path, report);
     if (report.refused)
@@ -319,7 +360,30 @@ TAVICOMBOCOLOUR *readPatches(const std::string &path, CgatsReport &report)
     if (choice.columns.hasColour())
         doubtIlluminant(*choice.table, report);
     report.rows_dropped = choice.table->droppedRowCount();
-    return PatchMaker(*choice.table, choice.columns, report).make();
+    if (colourless == Colourless::Refused && refuseGaps(choice, report))
+        return nullptr;
+    return PatchMaker(*choice.table, choice.columns, colourless, report).make();
+}
+
+TAVICOMBOCOLOUR *tryToRead(const std::string &path, Colourless colourless, CgatsReport &report)
+{
+    report = CgatsReport();
+    try {
+        report.path = path;
+        return readPatches(path, colourless, report);
+    } catch (const std::bad_alloc &) {
+        report.refuse(0, out_of_memory);
+    }
+    return nullptr;
+}
+
+void logRefusal(const char *function, const CgatsReport &report)
+{
+    try {
+        TaviLogMessage("iso12642", function, TAVILOG_ERROR, TAVILOG_FORM_TEXT, 1, "%s", report.refusalText().c_str());
+    } catch (const std::bad_alloc &) {
+        LogError("iso12642", function, out_of_memory);
+    }
 }
 
 } // namespace
@@ -328,23 +392,34 @@ TAVICOMBOCOLOUR *ISO12642Importer::import(const std::string &path, unsigned long
 {
     CgatsReport report;
     TAVICOMBOCOLOUR *patches = import(path, flags, report);
-    if (!patches) {
-        try {
-            TaviLogMessage("iso12642", "import", TAVILOG_ERROR, TAVILOG_FORM_TEXT, 1, "%s",
-                           report.refusalText().c_str());
-        } catch (const std::bad_alloc &) {
-            LogError("iso12642", "import", out_of_memory);
-        }
-    }
+    if (!patches)
+        logRefusal("import", report);
     return patches;
 }
 
 TAVICOMBOCOLOUR *ISO12642Importer::import(const std::string &path, unsigned long /*flags*/, CgatsReport &report)
 {
+    return tryToRead(path, Colourless::Kept, report);
+}
+
+TAVICOMBOCOLOUR *SwatchImporter::import(const std::string &path, SWATCHTYPE type, unsigned long flags)
+{
+    CgatsReport report;
+    TAVICOMBOCOLOUR *patches = import(path, type, flags, report);
+    if (!patches)
+        logRefusal("SwatchImporter::import", report);
+    return patches;
+}
+
+TAVICOMBOCOLOUR *SwatchImporter::import(const std::string &path, SWATCHTYPE type, unsigned long /*flags*/,
+                                        CgatsReport &report)
+{
+    if (type == SWATCHTYPE_CGATS)
+        return tryToRead(path, Colourless::Refused, report);
     report = CgatsReport();
     try {
         report.path = path;
-        return readPatches(path, report);
+        report.refuse(0, "swatches of type " + std::to_string(type) + " cannot be read");
     } catch (const std::bad_alloc &) {
         report.refuse(0, out_of_memory);
     }

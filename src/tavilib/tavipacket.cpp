@@ -13,21 +13,61 @@ namespace tavi::detail {
 
 namespace {
 
+/// A list that a record owns.
+struct OwnedList {
+    size_t offset; ///< Of the pointer to its head; 0 (where the header is) for none.
+    int type;
+};
+
 /// What freeing and copying need to know of a kind of record.
 struct PacketKind {
     int type;
     size_t size;
-    /// The offsets of its owned strings, closed by 0 (where the header is).
+    /// The offsets of its owned strings, closed by 0.
     size_t strings[4];
+    /// The lists and single records that it owns, closed by an offset of 0.
+    OwnedList lists[5];
 };
 
 constexpr PacketKind packet_kinds[] = {
-    {TAVIPACKET_COMBOCOLOUR, sizeof(TAVICOMBOCOLOUR), {offsetof(TAVICOMBOCOLOUR, name), 0}},
+    {TAVIPACKET_COMBOCOLOUR, sizeof(TAVICOMBOCOLOUR), {offsetof(TAVICOMBOCOLOUR, name), 0}, {}},
     {TAVIPACKET_SPECTROPHOTOMETERINFO,
      sizeof(SPECTROPHOTOMETERINFO),
      {offsetof(SPECTROPHOTOMETERINFO, name), offsetof(SPECTROPHOTOMETERINFO, dll_filename),
-      offsetof(SPECTROPHOTOMETERINFO, rev), 0}},
-    {TAVIPACKET_PATCHDENSITY, sizeof(PATCHDENSITY), {0}},
+      offsetof(SPECTROPHOTOMETERINFO, rev), 0},
+     {}},
+    {TAVIPACKET_PATCHDENSITY, sizeof(PATCHDENSITY), {0}, {}},
+    {TAVIPACKET_CALCHECKCHART,
+     sizeof(CALCHECKCHART),
+     {offsetof(CALCHECKCHART, name), 0},
+     {{offsetof(CALCHECKCHART, reference), TAVIPACKET_COMBOCOLOUR},
+      {offsetof(CALCHECKCHART, criteria), TAVIPACKET_CALCHECKCRITERIA}}},
+    {TAVIPACKET_CALCHECKRESULT,
+     sizeof(CALCHECKRESULT),
+     {0},
+     {{offsetof(CALCHECKRESULT, delta_e), TAVIPACKET_CALCHECKSTATISTICS},
+      {offsetof(CALCHECKRESULT, delta_h), TAVIPACKET_CALCHECKSTATISTICS},
+      {offsetof(CALCHECKRESULT, delta_c), TAVIPACKET_CALCHECKSTATISTICS},
+      {offsetof(CALCHECKRESULT, criteria), TAVIPACKET_CALCHECKCRITERIA}}},
+    {TAVIPACKET_CALCHECKSTATISTICS, sizeof(CALCHECKSTATISTICS), {0}, {}},
+    {TAVIPACKET_CALCHECKCRITERIA,
+     sizeof(CALCHECKCRITERIA),
+     {offsetof(CALCHECKCRITERIA, name), offsetof(CALCHECKCRITERIA, standard), offsetof(CALCHECKCRITERIA, edition), 0},
+     {}},
+    {TAVIPACKET_CALCHECKRECORD,
+     sizeof(CALCHECKRECORD),
+     {0},
+     {{offsetof(CALCHECKRECORD, chart), TAVIPACKET_CALCHECKCHART},
+      {offsetof(CALCHECKRECORD, measured), TAVIPACKET_COMBOCOLOUR},
+      {offsetof(CALCHECKRECORD, results), TAVIPACKET_CALCHECKRESULT}}},
+    {TAVIPACKET_OUTPUTPAGE,
+     sizeof(TAVIOUTPUTPAGE),
+     {0},
+     {{offsetof(TAVIOUTPUTPAGE, calibration), TAVIPACKET_CALCHECKRECORD}}},
+    {TAVIPACKET_JOB,
+     sizeof(TAVIJOB),
+     {offsetof(TAVIJOB, name), 0},
+     {{offsetof(TAVIJOB, pages), TAVIPACKET_OUTPUTPAGE}}},
 };
 
 const PacketKind *kindOf(int type, const char *function)
@@ -45,10 +85,17 @@ char *&stringAt(void *item, size_t offset)
     return *reinterpret_cast<char **>(static_cast<char *>(item) + offset);
 }
 
+TAVIPACKETHEADER *&listAt(void *item, size_t offset)
+{
+    return *reinterpret_cast<TAVIPACKETHEADER **>(static_cast<char *>(item) + offset);
+}
+
 void freeOne(const PacketKind &kind, TAVIPACKETHEADER *item)
 {
     for (const size_t *offset = kind.strings; *offset; ++offset)
         std::free(stringAt(item, *offset));
+    for (const OwnedList *list = kind.lists; list->offset; ++list)
+        freePacketList(&listAt(item, list->offset), list->type);
     std::free(item);
 }
 
@@ -62,12 +109,24 @@ TAVIPACKETHEADER *duplicateOne(const PacketKind &kind, const TAVIPACKETHEADER *i
     header->next = nullptr;
     for (const size_t *offset = kind.strings; *offset; ++offset)
         stringAt(copy, *offset) = nullptr;
+    for (const OwnedList *list = kind.lists; list->offset; ++list)
+        listAt(copy, list->offset) = nullptr;
     for (const size_t *offset = kind.strings; *offset; ++offset) {
         const char *text = stringAt(const_cast<TAVIPACKETHEADER *>(item), *offset);
         if (!text)
             continue;
         stringAt(copy, *offset) = AllocateAndCopyStringConst(text);
         if (!stringAt(copy, *offset)) {
+            freeOne(kind, header);
+            return nullptr;
+        }
+    }
+    for (const OwnedList *list = kind.lists; list->offset; ++list) {
+        const TAVIPACKETHEADER *head = listAt(const_cast<TAVIPACKETHEADER *>(item), list->offset);
+        if (!head)
+            continue;
+        listAt(copy, list->offset) = duplicatePacketList(list->type, head);
+        if (!listAt(copy, list->offset)) {
             freeOne(kind, header);
             return nullptr;
         }

@@ -36,11 +36,16 @@ typedef struct TAVIPACKETHEADER {
 enum {
     TAVIPACKET_PAINTERCOLOUR = 2,
     TAVIPACKET_COMBOCOLOUR = 17,
-    TAVIPACKET_COLOURCHECKRECORD = 21,
+    TAVIPACKET_JOB = 21,
     TAVIPACKET_SPECTROPHOTOMETERINFO = 27,
     TAVIPACKET_PATCHDENSITY = 57,
     TAVIPACKET_CALCHECKCHART = 75,
-    TAVIPACKET_CALCHECKRESULT = 88
+    TAVIPACKET_CALCHECKRESULT = 88,
+    /* Records that stand inside others; the codes are this library's own. */
+    TAVIPACKET_CALCHECKSTATISTICS = 1001,
+    TAVIPACKET_CALCHECKCRITERIA = 1002,
+    TAVIPACKET_CALCHECKRECORD = 1003,
+    TAVIPACKET_OUTPUTPAGE = 1004
 };
 
 /* ---------------------------------------------------------------------------------------------------------------- */
@@ -96,20 +101,161 @@ enum {
 /** One colour patch of a chart, a reference or a measurement. Type code 17; 116 bytes on 32-bit targets. */
 typedef struct TAVICOMBOCOLOUR {
     TAVIPACKETHEADER header;
-    char *name;            /**< Patch name in UTF-8; null shows as "Untitled". */
-    uint32_t flags;        /**< COMBOCOLOUR_FLAG_... bits. */
-    uint32_t tolerances;   /**< The base library's; zero where the chart brings none. */
-    uint32_t rgb;          /**< Display colour, 0xAARRGGBB, as swatches draw it. */
-    double L;              /**< CIE L*, D50, 0..100. */
-    double a;              /**< CIE a*. */
-    double b;              /**< CIE b*. */
-    float device[4];       /**< The first four device values; see #device_model. The base library's. */
-    int32_t percent;       /**< Tint in percent; 100 on every patch made from a Lab measurement. */
-    uint32_t device_model; /**< COMBOCOLOUR_DEVICE_...: what #device holds. The base library's. */
-    uint32_t device_count; /**< How many device values there are, 0..8. The base library's. */
-    float device_extra[4]; /**< Device values five to eight. The base library's. */
-    uint32_t reserved[2];  /**< The base library's, zero. */
+    char *name;               /**< Patch name in UTF-8; null shows as "Untitled". */
+    uint32_t flags;           /**< COMBOCOLOUR_FLAG_... bits. */
+    uint32_t tolerances;      /**< Of dE and dH; the base library's, for the decoders of `calcheck.h`. Zero: none. */
+    uint32_t rgb;             /**< Display colour, 0xAARRGGBB, as swatches draw it. */
+    double L;                 /**< CIE L*, D50, 0..100. */
+    double a;                 /**< CIE a*. */
+    double b;                 /**< CIE b*. */
+    float device[4];          /**< The first four device values; see #device_model. The base library's. */
+    int32_t percent;          /**< Tint in percent; 100 on every patch made from a Lab measurement. */
+    uint32_t device_model;    /**< COMBOCOLOUR_DEVICE_...: what #device holds. The base library's. */
+    uint32_t device_count;    /**< How many device values there are, 0..8. The base library's. */
+    float device_extra[4];    /**< Device values five to eight. The base library's. */
+    uint32_t tolerances_more; /**< Of dC, and where they are from; as #tolerances. */
+    uint32_t reserved;        /**< The base library's, zero. */
 } TAVICOMBOCOLOUR;
+
+/* ---------------------------------------------------------------------------------------------------------------- */
+
+/** By which formula the overall difference dE is judged. Any value but the first two means CIEDE2000. */
+typedef enum DELTAE_TYPE {
+    DELTAE_CIE76 = 0, /**< The plain difference, dE*ab. */
+    DELTAE_CIE94 = 1, /**< dE*94 with the weights of the graphic arts. */
+    DELTAE_CIE2000 = 2,
+    DELTAE_FORCE_32BIT = 0x7fffffff
+} DELTAE_TYPE;
+
+/** Bits of CALCHECKCHART::check_mask. */
+enum {
+    CALCHECK_MASK_DELTA_H = 1, /**< The hue difference dH is a part of the check, and of the judgement of each row. */
+    CALCHECK_MASK_DELTA_C = 2  /**< The same for the chroma difference dC. */
+};
+
+/** The figures of a CALCHECKSTATISTICS and of a CALCHECKLIMITS, as bits. */
+enum {
+    CALCHECK_PAPER = 1,
+    CALCHECK_CYAN = 2,
+    CALCHECK_MAGENTA = 4,
+    CALCHECK_YELLOW = 8,
+    CALCHECK_BLACK = 16,
+    CALCHECK_AVERAGE = 32,
+    CALCHECK_MAX = 64,
+    CALCHECK_DEVIATION = 128,
+    CALCHECK_GRAY = 0x100,
+    CALCHECK_GRAY_MAX = 0x200 /**< Not in CALCHECKSTATISTICS::passed, where CALCHECK_GRAY stands for both. */
+};
+
+/** Limits of one kind of delta. A figure that is equal to its limit is within it. */
+typedef struct CALCHECKLIMITS {
+    uint32_t limited; /**< CALCHECK_... bits of the figures that have a limit; the others are not looked at. */
+    double paper;
+    double cyan;
+    double magenta;
+    double yellow;
+    double black;
+    double average;
+    double max;
+    double deviation;
+    double gray_max;
+    double gray;
+} CALCHECKLIMITS;
+
+/** A criteria set: the limits that a check is judged by. Type code 1002. See `calcheckcriteria.h`. */
+typedef struct CALCHECKCRITERIA {
+    TAVIPACKETHEADER header;
+    char *name;               /**< What a verdict names it by, such as "iso12647-7-2016". */
+    char *standard;           /**< Such as "ISO 12647-7". Null for none. */
+    char *edition;            /**< Such as "2016". Null for none. */
+    DELTAE_TYPE delta_e_type; /**< The formula that the limits of `delta_e` are for. */
+    CALCHECKLIMITS delta_e;
+    CALCHECKLIMITS delta_h;
+    CALCHECKLIMITS delta_c;
+} CALCHECKCRITERIA;
+
+/** What measurements are checked against. Type code 75. */
+typedef struct CALCHECKCHART {
+    TAVIPACKETHEADER header;
+    char *name;                 /**< In UTF-8; may be null. */
+    DELTAE_TYPE delta_e_type;   /**< The formula the chart is judged by. */
+    TAVICOMBOCOLOUR *reference; /**< The reference patches, in the order in which they are measured. */
+    uint32_t check_mask;        /**< CALCHECK_MASK_... bits. */
+    CALCHECKCRITERIA *criteria; /**< The set it is judged by; null: see calcheckResults(). The base library's. */
+} CALCHECKCHART;
+
+/**
+ * The figures of one kind of delta. Type code 1001. What each is stands at calcheckResults(). A figure for which the
+ * chart has no patch is 0.
+ */
+typedef struct CALCHECKSTATISTICS {
+    TAVIPACKETHEADER header;
+    double paper;
+    double cyan;
+    double magenta;
+    double yellow;
+    double black;
+    double average;
+    double max;
+    double deviation;
+    uint32_t passed; /**< CALCHECK_... bits of the figures within their limits, and of those that have none. */
+    double gray_max; /**< The base library's: the largest of the greys. */
+    double gray;
+    uint32_t present; /**< The base library's: bits of the figures for which there are patches. */
+    uint32_t limited; /**< The base library's: bits of the figures that were judged by a limit. */
+} CALCHECKSTATISTICS;
+
+/** Bits of CALCHECKRESULT::flags. With one of the first three no check passes. */
+enum {
+    CALCHECKRESULT_NOT_JUDGED = 1,    /**< There are no limits for dE, so nothing is said to be within them. */
+    CALCHECKRESULT_COUNTS_DIFFER = 2, /**< There are more reference patches than measured ones, or fewer. */
+    CALCHECKRESULT_NO_COLOUR = 4,     /**< A patch has no colour, or one that is no number. */
+    CALCHECKRESULT_BY_CHART = 8,      /**< Judged by the tolerances that the reference patches bring. */
+    CALCHECKRESULT_SET_IN_PART = 16   /**< Some limits of the set were not judged: the chart has no such patches, or
+                                           its mask leaves that delta out. */
+};
+
+/** What a check came to. Type code 88. */
+typedef struct CALCHECKRESULT {
+    TAVIPACKETHEADER header;
+    uint32_t flags;              /**< CALCHECKRESULT_... bits. The base library's. */
+    double score;                /**< 0..100; see calcheckResults(). */
+    CALCHECKSTATISTICS *delta_e; /**< Never null. */
+    CALCHECKSTATISTICS *delta_h; /**< Null: not a part of this chart. */
+    CALCHECKSTATISTICS *delta_c; /**< Null: not a part of this chart. */
+    CALCHECKCRITERIA *criteria;  /**< The set it was judged by; null for none. The base library's. */
+    uint32_t patch_count;        /**< How many pairs of patches were compared. The base library's. */
+} CALCHECKRESULT;
+
+/* ---------------------------------------------------------------------------------------------------------------- */
+
+/** A colour check that was made before and is kept with a job or a media. Type code 1003. */
+typedef struct CALCHECKRECORD {
+    TAVIPACKETHEADER header;
+    int64_t date;              /**< When it was measured, in seconds since 1970 in UTC; 0: not known. */
+    CALCHECKCHART *chart;      /**< What it was checked against; null: none. */
+    TAVICOMBOCOLOUR *measured; /**< What was measured; null: nothing. */
+    CALCHECKRESULT *results;   /**< What it came to then; null: not kept. */
+} CALCHECKRECORD;
+
+/** Kinds of output pages. */
+enum {
+    TAVIPAGE_CALIBRATION = 11 /**< The page that carries a colour check. */
+};
+
+/** A page that a job puts out. Type code 1004. */
+typedef struct TAVIOUTPUTPAGE {
+    TAVIPACKETHEADER header;
+    uint32_t page_type;          /**< TAVIPAGE_... and others that are not looked at here. */
+    CALCHECKRECORD *calibration; /**< The page's colour check; null: none. */
+} TAVIOUTPUTPAGE;
+
+/** What of a job the widgets read. Type code 21. */
+typedef struct TAVIJOB {
+    TAVIPACKETHEADER header;
+    char *name;            /**< In UTF-8; may be null. */
+    TAVIOUTPUTPAGE *pages; /**< In the order of output. */
+} TAVIJOB;
 
 /* ---------------------------------------------------------------------------------------------------------------- */
 

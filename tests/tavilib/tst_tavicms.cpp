@@ -95,6 +95,68 @@ private Q_SLOTS:
         }
     }
 
+    void whiteOfTheGivenIlluminantIsWhite()
+    {
+        const double whites[][3] = {{0.95047, 1, 1.08883}, {0.9642, 1, 0.8249}, {1.09850, 1, 0.35585}};
+        for (const auto &white : whites) {
+            for (const double part : {1.0, 0.184187, 0.001}) {
+                const double xyz[3] = {part * white[0], part * white[1], part * white[2]};
+                double lab[3] = {-1, -1, -1};
+                TAVICMS_XYZToLab(xyz, white, lab);
+                const double L = part == 1.0 ? 100 : part == 0.001 ? 0.90330 : 50;
+                QVERIFY2(std::abs(lab[0] - L) < 1e-3, qPrintable(QString::number(lab[0], 'g', 12)));
+                QVERIFY(std::abs(lab[1]) < 1e-9 && std::abs(lab[2]) < 1e-9);
+            }
+        }
+    }
+
+    void normalisedXyzFollowsTheFormulaForAnyWhite()
+    {
+        std::mt19937 random(23);
+        std::uniform_real_distribution<double> value(0, 1.1);
+        std::uniform_real_distribution<double> white_value(0.3, 1.2);
+        for (int i = 0; i < 2000; ++i) {
+            const double scale = i % 2 == 0 ? 1 : 0.005;
+            const double white[3] = {white_value(random), white_value(random), white_value(random)};
+            double lab[3] = {scale * value(random), scale * value(random), scale * value(random)};
+            // The same, told of D50 on the scale of 100.
+            const Triple expected =
+                labOf({lab[0] / white[0] * 96.42, lab[1] / white[1] * 100, lab[2] / white[2] * 82.49});
+            TAVICMS_XYZToLab(lab, white, lab); // in place
+            QVERIFY(std::abs(lab[0] - expected.x) < 1e-9);
+            QVERIFY(std::abs(lab[1] - expected.y) < 1e-9);
+            QVERIFY(std::abs(lab[2] - expected.z) < 1e-9);
+        }
+    }
+
+    void listIsConvertedAsItsColours_data()
+    {
+        QTest::addColumn<int>("count");
+        for (const int count : {0, 1, 127, 128, 129, 256, 1000})
+            QTest::addRow("%d", count) << count;
+    }
+    void listIsConvertedAsItsColours()
+    {
+        QFETCH(int, count);
+        const auto size = size_t(count);
+        std::mt19937 random(24);
+        std::uniform_real_distribution<double> lightness(-5, 105);
+        std::uniform_real_distribution<double> chroma(-110, 110);
+        std::vector<double> lab;
+        for (size_t i = 0; i < size; ++i) {
+            for (const double value : {lightness(random), chroma(random), chroma(random)})
+                lab.push_back(value);
+        }
+        // What is no colour leaves its neighbours alone.
+        for (size_t i = 5; i < size; i += 50)
+            lab[i * 3 + i % 3] = i % 2 ? std::numeric_limits<double>::infinity() : std::nan("");
+        std::vector<uint32_t> found(size + 1, 7U);
+        TAVICMSLabListToDisplay(lab.data(), found.data(), size);
+        for (size_t i = 0; i < size; ++i)
+            QCOMPARE(found[i], TAVICMSLabToDisplay(lab[i * 3], lab[i * 3 + 1], lab[i * 3 + 2]));
+        QCOMPARE(found[size], 7U);
+    }
+
     void knownDisplayColours()
     {
         QCOMPARE(TAVICMSLabToDisplay(100, 0, 0), 0xffffffffU);

@@ -27,6 +27,46 @@ SPECTROPHOTOMETERINFO *newInfo(const char *name, const char *dll_filename, const
     return info;
 }
 
+CALCHECKCRITERIA *newCriteria()
+{
+    auto *criteria = TaviAllocRecord<CALCHECKCRITERIA>();
+    criteria->name = AllocateAndCopyStringConst("set");
+    criteria->standard = AllocateAndCopyStringConst("standard");
+    criteria->edition = AllocateAndCopyStringConst("edition");
+    criteria->delta_c.gray = 3.5;
+    return criteria;
+}
+
+CALCHECKCHART *newChart()
+{
+    auto *chart = TaviAllocRecord<CALCHECKCHART>();
+    chart->name = AllocateAndCopyStringConst("wedge");
+    chart->delta_e_type = DELTAE_CIE94;
+    chart->check_mask = 2;
+    AddList(&chart->reference, newColour("paper", 95));
+    AddList(&chart->reference, newColour("cyan", 55));
+    chart->criteria = newCriteria();
+    return chart;
+}
+
+CALCHECKRESULT *newResult(bool whole)
+{
+    auto *result = TaviAllocRecord<CALCHECKRESULT>();
+    result->flags = 8;
+    result->score = 12.5;
+    result->patch_count = 7;
+    result->delta_e = TaviAllocRecord<CALCHECKSTATISTICS>();
+    result->delta_e->gray = 1;
+    if (whole) {
+        result->delta_h = TaviAllocRecord<CALCHECKSTATISTICS>();
+        result->delta_h->gray = 2;
+        result->delta_c = TaviAllocRecord<CALCHECKSTATISTICS>();
+        result->delta_c->gray = 3;
+        result->criteria = newCriteria();
+    }
+    return result;
+}
+
 } // namespace
 
 class TestTaviPacket : public TaviTest
@@ -49,7 +89,8 @@ private Q_SLOTS:
         colour->device_model = COMBOCOLOUR_DEVICE_CMYK;
         colour->device_count = 4;
         colour->device_extra[3] = 8;
-        colour->reserved[1] = 9;
+        colour->tolerances_more = 78;
+        colour->reserved = 9;
         colour->header.next = newColour("next", 1);
 
         TAVICOMBOCOLOUR *copy = DuplicatePacketItem(TAVIPACKET_COMBOCOLOUR, colour);
@@ -71,7 +112,8 @@ private Q_SLOTS:
         QCOMPARE(copy->device_model, uint32_t(COMBOCOLOUR_DEVICE_CMYK));
         QCOMPARE(copy->device_count, 4U);
         QCOMPARE(copy->device_extra[3], 8.0F);
-        QCOMPARE(copy->reserved[1], 9U);
+        QCOMPARE(copy->tolerances_more, 78U);
+        QCOMPARE(copy->reserved, 9U);
         TaviPacketFreeItem(copy, TAVIPACKET_COMBOCOLOUR);
     }
 
@@ -111,6 +153,70 @@ private Q_SLOTS:
         QCOMPARE(copy->density_m, 3.0);
         QCOMPARE(copy->density_y, 4.0);
         TaviPacketFreeItem(copy, TAVIPACKET_PATCHDENSITY);
+    }
+
+    void aChartIsCopiedWithItsPatchesAndItsSet()
+    {
+        CALCHECKCHART *chart = newChart();
+        CALCHECKCHART *copy = DuplicatePacketItem(TAVIPACKET_CALCHECKCHART, chart);
+        QVERIFY(copy->name != chart->name && copy->reference != chart->reference
+                && copy->criteria != chart->criteria);
+        QVERIFY(copy->criteria->name != chart->criteria->name);
+        TaviPacketFreeItem(chart, TAVIPACKET_CALCHECKCHART);
+        QCOMPARE(copy->name, "wedge");
+        QCOMPARE(copy->delta_e_type, DELTAE_CIE94);
+        QCOMPARE(copy->check_mask, 2U);
+        QCOMPARE(ListLength(copy->reference), 2);
+        QCOMPARE(NextInList(copy->reference)->name, "cyan");
+        QCOMPARE(copy->criteria->name, "set");
+        QCOMPARE(copy->criteria->standard, "standard");
+        QCOMPARE(copy->criteria->edition, "edition");
+        QCOMPARE(copy->criteria->delta_c.gray, 3.5);
+        TaviPacketFreeItem(copy, TAVIPACKET_CALCHECKCHART);
+    }
+
+    void resultsAreCopiedWithWhatTheyHave()
+    {
+        for (const bool whole : {true, false}) {
+            CALCHECKRESULT *result = newResult(whole);
+            CALCHECKRESULT *copy = DuplicatePacketItem(TAVIPACKET_CALCHECKRESULT, result);
+            QVERIFY(copy->delta_e != result->delta_e);
+            TaviPacketFreeItem(result, TAVIPACKET_CALCHECKRESULT);
+            QCOMPARE(copy->score, 12.5);
+            QCOMPARE(copy->flags, 8U);
+            QCOMPARE(copy->patch_count, 7U);
+            QCOMPARE(copy->delta_e->gray, 1.0);
+            QCOMPARE(copy->delta_h != nullptr, whole);
+            QCOMPARE(copy->delta_c != nullptr, whole);
+            QCOMPARE(copy->criteria != nullptr, whole);
+            if (whole) {
+                QCOMPARE(copy->delta_h->gray, 2.0);
+                QCOMPARE(copy->delta_c->gray, 3.0);
+                QCOMPARE(copy->criteria->name, "set");
+            }
+            TaviPacketFreeItem(copy, TAVIPACKET_CALCHECKRESULT);
+        }
+    }
+
+    void withoutMemoryNoPartOfARecordWithPartsIsLeft()
+    {
+        CALCHECKCHART *chart = newChart();
+        CALCHECKRESULT *result = newResult(true);
+        // The chart with its name, two patches with theirs, the set with three texts.
+        for (int number = 1; number <= 10; ++number) {
+            AllocFailure failure(number);
+            QVERIFY(!DuplicatePacketItem(TAVIPACKET_CALCHECKCHART, chart));
+            QCOMPARE(failure.count(), number);
+        }
+        // The results, three statistics, the set with three texts.
+        for (int number = 1; number <= 8; ++number) {
+            AllocFailure failure(number);
+            QVERIFY(!DuplicatePacketItem(TAVIPACKET_CALCHECKRESULT, result));
+            QCOMPARE(failure.count(), number);
+        }
+        QCOMPARE(chart->criteria->edition, "edition");
+        TaviPacketFreeItem(chart, TAVIPACKET_CALCHECKCHART);
+        TaviPacketFreeItem(result, TAVIPACKET_CALCHECKRESULT);
     }
 
     void missingStringsStayMissing()
