@@ -39,7 +39,6 @@ void choose(Q3ListView &list, Q3ListViewItem *row)
 int TaviConfigOrder::reorder(const QList<TaviConfigOrderItem *> &all, QList<TaviConfigOrderItem *> &shown, bool fixed,
                              TaviRegistry *registry, const char *section)
 {
-    const QList<TaviConfigOrderItem *> things = all; // the caller's may change while the dialog runs
     openDialog(registry, section);
     hidden_list = makeList(dialog->hidden_frame, true);
     showing_list = makeList(dialog->showing_frame, false);
@@ -66,7 +65,7 @@ int TaviConfigOrder::reorder(const QList<TaviConfigOrderItem *> &all, QList<Tavi
             connect(buddy, SIGNAL(doubleClicked(Q3ListViewItem *, QPoint, int)), this,
                     SLOT(doubleClicked(Q3ListViewItem *, QPoint, int)));
     }
-    fillLists(things, shown);
+    fillLists(all, shown);
     hiddenSelectionsChanged();
     showingSelectionsChanged();
 
@@ -75,7 +74,7 @@ int TaviConfigOrder::reorder(const QList<TaviConfigOrderItem *> &all, QList<Tavi
     if (!self || !hasLists())
         return QDialog::Rejected;
     if (result == QDialog::Accepted)
-        takeOver(things, shown);
+        takeOver(shown); // the caller's lists may have changed meanwhile
     closeDialog(registry, section);
     return result;
 }
@@ -112,7 +111,7 @@ void TaviConfigOrder::fillLists(const QList<TaviConfigOrderItem *> &all, const Q
 }
 
 /// What the user has accepted.
-void TaviConfigOrder::takeOver(const QList<TaviConfigOrderItem *> &all, QList<TaviConfigOrderItem *> &shown) const
+void TaviConfigOrder::takeOver(QList<TaviConfigOrderItem *> &shown) const
 {
     for (const Q3ListViewItem *row = hidden_list->firstChild(); row; row = row->nextSibling()) {
         if (TaviConfigOrderItem *const thing = thingOf(row))
@@ -124,7 +123,8 @@ void TaviConfigOrder::takeOver(const QList<TaviConfigOrderItem *> &all, QList<Ta
         if (thing && thing->isItemVisible())
             shown.append(thing);
     }
-    for (TaviConfigOrderItem *const thing : all) {
+    for (const Q3ListViewItem *row = hidden_list->firstChild(); row; row = row->nextSibling()) {
+        TaviConfigOrderItem *const thing = thingOf(row);
         if (thing && !thing->isItemVisible())
             shown.append(thing);
     }

@@ -377,7 +377,7 @@ private:
     bool hasLists() const;
     TaviConfigOrderListView *makeList(QFrame *frame, bool is_source);
     void fillLists(const QList<TaviConfigOrderItem *> &all, const QList<TaviConfigOrderItem *> &shown);
-    void takeOver(const QList<TaviConfigOrderItem *> &all, QList<TaviConfigOrderItem *> &shown) const;
+    void takeOver(QList<TaviConfigOrderItem *> &shown) const;
     Q3ListViewItem *makeShowing(Q3ListViewItem *item, Q3ListViewItem *after);
     void moveStuff(bool up);
     static void moveAfter(const QVector<Q3ListViewItem *> &rows, Q3ListViewItem *after);
