@@ -561,6 +561,19 @@ private Q_SLOTS:
         QCOMPARE(below, list.at(0)->height());
         QCOMPARE(flat->height(), 0);
     }
+
+    void equalItemsAmongOthersKeepTheirOrder()
+    {
+        ListFixture list(60);
+        QStringList even;
+        QStringList odd;
+        for (int row = 0; row < 60; ++row) {
+            list.at(row)->setText(0, row % 2 ? QStringLiteral("a") : QStringLiteral("b"));
+            (row % 2 ? odd : even).append(QString::number(row));
+        }
+        list.setSorting(0);
+        QCOMPARE(list.rows(1), (odd + even).join(QLatin1Char(' ')));
+    }
 };
 
 TAVI_GUI_TEST_MAIN(TestQ3ListViewItems)

@@ -500,6 +500,18 @@ private Q_SLOTS:
         list.click(list.at(3), Qt::ShiftModifier);
         QCOMPARE(list.selection(), QStringLiteral("1 2 3"));
     }
+
+    void shiftAndCtrlAddARange()
+    {
+        ListFixture list(8, Q3ListView::Extended);
+        QVERIFY(list.showAndWait());
+        list.click(list.at(0));
+        list.click(list.at(4), Qt::ControlModifier);
+        list.click(list.at(6), Qt::ShiftModifier | Qt::ControlModifier);
+        QCOMPARE(list.selection(), QStringLiteral("0 4 5 6"));
+        list.click(list.at(5), Qt::ShiftModifier);
+        QCOMPARE(list.selection(), QStringLiteral("4 5"));
+    }
 };
 
 TAVI_GUI_TEST_MAIN(TestQ3ListViewMouse)
