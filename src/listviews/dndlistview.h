@@ -73,7 +73,7 @@ private:
 /// The header menu is off, selection is Single, nothing is sorted, the last column fills the width, and a drag near
 /// an edge scrolls.
 ///
-/// A press on a disabled item begins no drag: what is selected elsewhere is not what the user points at.
+/// What is dragged is what encode() takes of the selected items, wherever the press was.
 ///
 /// **Ownership.** As of TaviListView. Drag objects delete themselves.
 ///

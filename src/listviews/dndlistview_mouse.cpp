@@ -14,13 +14,11 @@ void DNDListView::contentsMousePressEvent(QMouseEvent *event)
 {
     if (!mouse_clicks_enabled)
         return;
-    const Q3ListViewItem *const item = itemAt(contentsToViewport(event->pos()));
-    const bool may_begin = !item || item->isEnabled();
     const QPointer<DNDListView> self(this);
     TaviListView::contentsMousePressEvent(event);
     if (!self)
         return;
-    mouse_pressed = event->button() == Qt::LeftButton && may_begin;
+    mouse_pressed = event->button() == Qt::LeftButton;
     press_position = event->pos();
     drag_started = false;
 }

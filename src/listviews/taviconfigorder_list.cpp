@@ -71,12 +71,13 @@ int TaviConfigOrder::reorder(const QList<TaviConfigOrderItem *> &all, QList<Tavi
 
     const QPointer<TaviConfigOrder> self(this);
     const int result = dialog->exec();
-    if (!self || !hasLists())
+    if (!self)
         return QDialog::Rejected;
-    if (result == QDialog::Accepted)
+    const bool accepted = result == QDialog::Accepted && hasLists();
+    if (accepted)
         takeOver(shown); // the caller's lists may have changed meanwhile
     closeDialog(registry, section);
-    return result;
+    return accepted ? QDialog::Accepted : QDialog::Rejected;
 }
 
 bool TaviConfigOrder::hasLists() const

@@ -507,6 +507,9 @@ private Q_SLOTS:
             }
         });
         QCOMPARE(result, 0);
+        const QWidgetList windows = QApplication::topLevelWidgets();
+        for (QWidget *window : windows)
+            QVERIFY2(!qobject_cast<TaviConfigOrderDLG *>(window), "the dialog stays behind");
         if (what != "cancelled")
             QCOMPARE(things.result(), QString("A B C"));
     }
