@@ -15,6 +15,14 @@
 
 namespace {
 
+/// Offers a second format, for which it has no data.
+class HalfEmptyDrag : public Q3StoredDrag
+{
+public:
+    explicit HalfEmptyDrag(QWidget *source) : Q3StoredDrag("text/x-ink", source) {}
+    const char *format(int i) const override { return i == 1 ? "text/x-paper" : Q3StoredDrag::format(i); }
+};
+
 /// Drags "cyan" as soon as the mouse is moved on it, and takes drops.
 class Place : public QWidget
 {
@@ -23,7 +31,10 @@ public:
     bool moved = false;
     bool done = false;
     QPointer<Q3DragObject> drag;
+    bool user_chooses = false; ///< Drags in default mode.
+    bool copies = false;       ///< Makes every drop a copy.
     QByteArray taken;
+    QStringList offered;
     std::function<void()> during_enter;
 
 protected:
@@ -31,11 +42,11 @@ protected:
     {
         if (done || drag)
             return;
-        auto *stored = new Q3StoredDrag("text/x-ink", this);
+        auto *stored = new HalfEmptyDrag(this);
         stored->setEncodedData(QByteArrayLiteral("cyan"));
         drag = stored;
         const QPointer<Place> self(this);
-        const bool was_moved = stored->dragMove();
+        const bool was_moved = user_chooses ? stored->drag() : stored->dragMove();
         if (!self)
             return;
         moved = was_moved;
@@ -43,15 +54,47 @@ protected:
     }
     void dragEnterEvent(QDragEnterEvent *e) override
     {
-        e->acceptProposedAction();
+        take(e);
         if (during_enter)
             std::exchange(during_enter, nullptr)();
     }
-    void dragMoveEvent(QDragMoveEvent *e) override { e->acceptProposedAction(); }
+    void dragMoveEvent(QDragMoveEvent *e) override { take(e); }
     void dropEvent(QDropEvent *e) override
     {
         taken = e->mimeData()->data(QStringLiteral("text/x-ink"));
-        e->acceptProposedAction();
+        offered = e->mimeData()->formats();
+        take(e);
+    }
+
+private:
+    void take(QDropEvent *e) const
+    {
+        e->setDropAction(copies ? Qt::CopyAction : e->proposedAction());
+        e->accept();
+    }
+};
+
+/// A window with two places side by side.
+struct TwoPlaces {
+    QWidget window;
+    Place from{&window};
+    Place to{&window};
+
+    bool show()
+    {
+        from.setGeometry(0, 0, 150, 150);
+        to.setGeometry(150, 0, 150, 150);
+        window.resize(300, 150);
+        window.show();
+        window.activateWindow();
+        return QTest::qWaitForWindowActive(&window);
+    }
+    /// Drags from one place to the other. True if the drag was over in time.
+    bool drag()
+    {
+        from.done = false;
+        return RealPointer::drag(&from, QPoint(75, 75), &to, QPoint(75, 75))
+               && QTest::qWaitFor([this] { return from.done && !from.drag; });
     }
 };
 
@@ -74,6 +117,13 @@ private Q_SLOTS:
         QCOMPARE(drag.encodedData("TEXT/x-ink"), QByteArrayLiteral("cyan"));
         QVERIFY(drag.encodedData("text/plain").isNull());
         QVERIFY(drag.provides("text/X-INK") && !drag.provides("text/plain"));
+    }
+
+    void anEmptyTypeIsNoFormat()
+    {
+        const Q3StoredDrag drag("");
+        QCOMPARE(drag.format(0), nullptr);
+        QVERIFY(!drag.provides(""));
     }
 
     void theSourceIsTheParent()
@@ -100,21 +150,47 @@ private Q_SLOTS:
 
     void aRealDragMoves()
     {
-        QWidget window;
-        Place from(&window);
-        Place to(&window);
-        from.setGeometry(0, 0, 150, 150);
-        to.setGeometry(150, 0, 150, 150);
-        window.resize(300, 150);
-        window.show();
-        window.activateWindow();
-        QVERIFY(QTest::qWaitForWindowActive(&window));
-        QVERIFY(RealPointer::drag(&from, QPoint(75, 75), &to, QPoint(75, 75)));
-        QTRY_VERIFY(from.done);
-        QCOMPARE(to.taken, QByteArrayLiteral("cyan"));
-        QVERIFY(from.moved);
-        QCOMPARE(Q3DragObject::target(), &to);
-        QTRY_VERIFY(!from.drag); // it deletes itself
+        TwoPlaces places;
+        QVERIFY(places.show());
+        QVERIFY(places.drag()); // it deletes itself
+        QCOMPARE(places.to.taken, QByteArrayLiteral("cyan"));
+        QVERIFY(places.from.moved);
+        QCOMPARE(Q3DragObject::target(), &places.to);
+    }
+
+    void aCopyIsNoMove()
+    {
+        TwoPlaces places;
+        places.from.user_chooses = true;
+        places.to.copies = true;
+        QVERIFY(places.show());
+        QVERIFY(places.drag());
+        QCOMPARE(places.to.taken, QByteArrayLiteral("cyan"));
+        QVERIFY(!places.from.moved);
+        QCOMPARE(Q3DragObject::target(), &places.to);
+    }
+
+    void aFormatWithoutDataIsNotOffered()
+    {
+        TwoPlaces places;
+        QVERIFY(places.show());
+        QVERIFY(places.drag());
+        QCOMPARE(places.to.offered, QStringList(QStringLiteral("text/x-ink")));
+    }
+
+    void theNextDragHasNoTargetYet()
+    {
+        TwoPlaces places;
+        QVERIFY(places.show());
+        QVERIFY(places.drag());
+        QCOMPARE(Q3DragObject::target(), &places.to);
+        QWidget *meanwhile = &places.window;
+        places.to.during_enter = [&meanwhile] {
+            meanwhile = Q3DragObject::target();
+        };
+        QVERIFY(places.drag());
+        QCOMPARE(meanwhile, nullptr);
+        QCOMPARE(Q3DragObject::target(), &places.to);
     }
 
     void theSourceMayGoDuringTheDrag()

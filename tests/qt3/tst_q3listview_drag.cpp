@@ -96,6 +96,11 @@ private Q_SLOTS:
         QCOMPARE(beside, 0);
         QVERIFY(drop(QPoint(250, 100)));
         QCOMPARE(beside, 1);
+        target->setEnabled(false);
+        QVERIFY(!drag(list.middleOf(target)));
+        QVERIFY(!drop(list.middleOf(target)));
+        target->setEnabled(true);
+        QVERIFY(drag(list.middleOf(target)));
         data.setHtml(QStringLiteral("x"));
         QVERIFY(!drag(list.middleOf(target)));
     }

@@ -93,6 +93,23 @@ private Q_SLOTS:
         QCOMPARE(list.selection(), QString());
     }
 
+    void clearingTellsOnlyOfWhatWas()
+    {
+        ListFixture list;
+        QSignalSpy changed(&list, SIGNAL(selectionChanged()));
+        QSignalSpy current(&list, SIGNAL(currentChanged(Q3ListViewItem *)));
+        list.clear();
+        QCOMPARE(changed.count(), 0);
+        QCOMPARE(current.count(), 0);
+        auto *item = new Q3ListViewItem(&list, QStringLiteral("row"));
+        list.setSelected(item, true);
+        changed.clear();
+        current.clear();
+        list.clear();
+        QCOMPARE(changed.count(), 1);
+        QCOMPARE(current.count(), 1);
+    }
+
     void takingASelectedItem()
     {
         ListFixture list;

@@ -233,6 +233,15 @@ private Q_SLOTS:
         QCOMPARE(view.contentsWidth(), 2000);
     }
 
+    void aHiddenChildStaysHidden()
+    {
+        View view;
+        auto *child = new QWidget;
+        child->hide();
+        view.addChild(child, 1, 2);
+        QVERIFY(child->isHidden());
+    }
+
     void theContentsFollowOneChild()
     {
         Q3ScrollView view;
