@@ -3,6 +3,7 @@ list(APPEND TAVIWIDGETS_HEADERS
     foundation/colorscheme.h
     foundation/frequencyedit.h
     foundation/tavidatetime.h
+    foundation/tavigfx.h
     foundation/taviscreens.h
     foundation/taviwidgetutil.h
     foundation/workereventqueue.h
@@ -19,6 +20,9 @@ list(APPEND TAVIWIDGETS_SOURCES
     foundation/splitterwidths.cpp
     foundation/splitterwidths_p.h
     foundation/tavidatetime.cpp
+    foundation/tavigfx.cpp
+    foundation/tavigfx_fonts.cpp
+    foundation/tavigfx_printing.cpp
     foundation/taviscreens.cpp
     foundation/taviwidgetutil.cpp
     foundation/taviwidgetutil_geometry.cpp
