@@ -66,6 +66,7 @@ private Q_SLOTS:
         QTest::newRow("a little less blue") << QColor(0, 206, 250) << false;
         QTest::newRow("red counts") << QColor(255, 125, 0) << true;
         QTest::newRow("a little less red") << QColor(251, 125, 0) << false;
+        QTest::newRow("red counts to the third digit") << QColor(255, 124, 2) << false;
         QTest::newRow("clear white") << QColor(255, 255, 255, 0) << true;
         QTest::newRow("invalid") << QColor() << false;
         QTest::newRow("CMYK yellow") << QColor::fromCmyk(0, 0, 255, 0) << true;
