@@ -6,6 +6,13 @@ QVector<Page> galleryPages()
     return {
         {"colorscheme", "ColorScheme", "Named tints for windows: choose one and see it in its three ways of filling.",
          makeColorSchemePage},
+        {"frequencyedit", "FrequencyEdit",
+         "How often something is to happen, or when it expires, and dates as the user's locale writes them.",
+         makeFrequencyEditPage},
+        {"tavigfx", "TaviGfx",
+         "Helpers for drawing: tints with readable text, a speech bubble, size handles, texts that fit, fonts, "
+         "printing.",
+         makeTaviGfxPage},
         {"spectrobuddy", "SpectroBuddy",
          "The instrument box of a panel: chooses an instrument and delivers its colours.", makeSpectroBuddyPage},
         {"taviwidgetutil", "TaviWidgetUtil", "Message box icons, coloured backgrounds, pane widths as text.",

@@ -21,10 +21,12 @@ QVector<Page> galleryPages();
 
 /// The pages, one function each in page_<name>.cpp.
 QWidget *makeColorSchemePage(bool for_picture);
+QWidget *makeFrequencyEditPage(bool for_picture);
 QWidget *makeSpectroBuddyPage(bool for_picture);
 QWidget *makeTaviWidgetUtilPage(bool for_picture);
 QWidget *makeTaviConfigOrderPage(bool for_picture);
 QWidget *makeTaviConfigOrderListViewPage(bool for_picture);
+QWidget *makeTaviGfxPage(bool for_picture);
 QWidget *makeTaviGridViewPage(bool for_picture);
 QWidget *makeTaviHeaderViewPage(bool for_picture);
 QWidget *makeTaviListViewPage(bool for_picture);

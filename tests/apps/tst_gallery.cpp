@@ -21,11 +21,11 @@ private Q_SLOTS:
         QCOMPARE(gallery.exitCode(), 0);
         QCOMPARE(gallery.readAllStandardError(), QByteArray());
         const QDir pictures(folder.path() + "/pics");
-        QCOMPARE(
-            pictures.entryList(QDir::Files, QDir::Name),
-            QStringList({"colorscheme.png", "spectrobuddy.png", "taviconfigorder.png", "taviconfigorderlistview.png",
-                         "tavigridview.png", "taviheaderview.png", "tavilistview.png", "tavilistviewrenamedlg.png",
-                         "tavitreeview.png", "tavitreeviewrenamedlg.png", "taviwidgetutil.png"}));
+        QCOMPARE(pictures.entryList(QDir::Files, QDir::Name),
+                 QStringList({"colorscheme.png", "frequencyedit.png", "spectrobuddy.png", "taviconfigorder.png",
+                              "taviconfigorderlistview.png", "tavigfx.png", "tavigridview.png", "taviheaderview.png",
+                              "tavilistview.png", "tavilistviewrenamedlg.png", "tavitreeview.png",
+                              "tavitreeviewrenamedlg.png", "taviwidgetutil.png"}));
         for (const QString &name : pictures.entryList(QDir::Files)) {
             const QImage picture(pictures.filePath(name));
             QVERIFY2(picture.width() >= 300 && picture.height() >= 100, qPrintable(name));
