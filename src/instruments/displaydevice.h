@@ -30,8 +30,9 @@ class QWidget;
 /// that show the same picture only one is meant: the primary one, or else the first that the display names.
 ///
 /// **Where it works.** On the X11 platform with RandR 1.3, through a connection of its own to the server that the
-/// environment names in `DISPLAY`. On other platforms (Wayland, offscreen) no display is found: the resets fail, and
-/// the resolution is 72. A display without gamma control is told from its answers, logged, and left as it was.
+/// environment names in `DISPLAY`; a server named by the option `-display` is not known here. On other platforms
+/// (Wayland, offscreen) no display is found: the resets fail, and the resolution is 72. A display without gamma
+/// control is told from its answers, logged, and left as it was.
 ///
 /// **Errors.** Operations that can fail return 0 for success and -1 for failure; the log then holds the reason, under
 /// the unit "displaydevice". A fault of the display server never ends the program.

@@ -176,12 +176,10 @@ Result physicalSize(DisplayId display, double &mm_width, double &mm_height)
 Result readTable(DisplayId display, GammaSamples &samples, CardTable &card)
 {
     return askCrtc(display, [&](Display *connection, XRRScreenResources *, const XRROutputInfo &, RRCrtc crtc) {
-        if (XRRGetCrtcGammaSize(connection, crtc) < 2)
-            return NoGammaControl;
         const Gamma gamma(XRRGetCrtcGamma(connection, crtc));
         if (!gamma)
             return Refused;
-        if (gamma->size < 2)
+        if (gamma->size < 2) // no curve in that
             return NoGammaControl;
         card.channels[0].assign(gamma->red, gamma->red + gamma->size);
         card.channels[1].assign(gamma->green, gamma->green + gamma->size);

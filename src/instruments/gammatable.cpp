@@ -48,11 +48,11 @@ void samplesOfCardTable(const CardTable &card, GammaSamples &samples)
 {
     for (std::size_t channel = 0; channel < samples.channels.size(); ++channel) {
         const auto &entries = card.channels[channel];
-        const auto values = resampled({entries.begin(), entries.end()}, GammaSamples::capacity);
+        const auto values = resampled({entries.begin(), entries.end()}, samples.count);
         std::transform(values.begin(), values.end(), samples.channels[channel].begin(),
                        [](double value) { return static_cast<float>(value / full); });
     }
-    samples.returned = GammaSamples::capacity;
+    samples.returned = samples.count;
 }
 
 CardTable cardTableOfSamples(const GammaSamples &samples, std::size_t size)

@@ -31,6 +31,8 @@ struct Faults {
     bool rotated = false;         ///< By a quarter.
     bool flipped = false;         ///< By half.
     int crtc = -1;                ///< Which drives every output.
+    bool orphaned = false;        ///< No CRTC drives an output.
+    RROutput primary = None;      ///< The primary one; the real one for none.
     Display *bystander = nullptr; ///< A connection that meets an error meanwhile.
 };
 Faults faults;
@@ -126,11 +128,18 @@ INTERPOSED void XRRSetCrtcGamma(Display *connection, RRCrtc crtc, XRRCrtcGamma *
 INTERPOSED XRRCrtcInfo *XRRGetCrtcInfo(Display *connection, XRRScreenResources *resources, RRCrtc crtc)
 {
     XRRCrtcInfo *info = REAL(XRRGetCrtcInfo)(connection, resources, crtc);
+    if (faults.orphaned)
+        info->noutput = 0;
     if (faults.rotated)
         info->rotation = RR_Rotate_90;
     if (faults.flipped)
         info->rotation = faults.rotated ? RR_Rotate_270 : RR_Rotate_180;
     return info;
+}
+
+INTERPOSED RROutput XRRGetOutputPrimary(Display *connection, Window window)
+{
+    return faults.primary != None ? faults.primary : REAL(XRRGetOutputPrimary)(connection, window);
 }
 
 INTERPOSED XRROutputInfo *XRRGetOutputInfo(Display *connection, XRRScreenResources *resources, RROutput output)
@@ -342,14 +351,21 @@ void TestDisplayDeviceFaults::aLargeTableComesBackEntryByEntry()
     QVERIFY(faults.table == CardTables::straight(4096));
     QCOMPARE(DisplayDevice::resetDisplayToDefaultSettings(&widget, false), 0);
     QVERIFY(faults.table == large);
+    // On a card of another size it is mapped.
+    const auto samples = std::make_unique<GammaSamples>();
+    samples->count = GammaSamples::capacity;
+    samplesOfCardTable({large}, *samples);
+    faults.size = 300;
+    QCOMPARE(DisplayDevice::resetDisplayToDefaultSettings(&widget, false), 0);
+    QVERIFY(faults.table == cardTableOfSamples(*samples, 300).channels);
     QVERIFY(readReal("DUMMY1") == other_);
 }
 
 void TestDisplayDeviceFaults::onACardOfAnotherSizeTheTableIsMapped()
 {
-    // The second monitor's table was saved from a card of 1000, if it was not before.
     const auto monitor = CardTables::outputId("DUMMY1");
     GammaSamples samples{};
+    samples.count = GammaSamples::capacity;
     CardTable card;
     faults.size = 1000;
     faults.table = CardTables::curves(1000, 1.3);
@@ -383,6 +399,7 @@ void TestDisplayDeviceFaults::gammaControlThatGoesIsAnError()
     QCOMPARE(DisplayDevice::resetDisplayToNativeSettings(&widget_, false), 0);
     QVERIFY(faults.table == CardTables::straight(2));
     GammaSamples samples{};
+    samples.count = GammaSamples::capacity;
     CardTable card;
     QCOMPARE(DisplayServices::readTable(CardTables::outputId("DUMMY1"), samples, card), DisplayServices::Done);
 }
@@ -412,6 +429,8 @@ void TestDisplayDeviceFaults::aDisplayIsFoundByItsPixels()
     QCOMPARE(DisplayServices::displayAtPoint(point.x(), point.y(), found),
              output.isEmpty() ? DisplayServices::NoDisplay : DisplayServices::Done);
     QCOMPARE(found, CardTables::outputId(output));
+    faults.orphaned = true;
+    QCOMPARE(DisplayServices::displayAtPoint(point.x(), point.y(), found), DisplayServices::NoDisplay);
 }
 
 void TestDisplayDeviceFaults::ofMirroredDisplaysThePrimaryIsFound_data()
@@ -433,6 +452,12 @@ void TestDisplayDeviceFaults::ofMirroredDisplaysThePrimaryIsFound()
         DisplayServices::DisplayId found = 0;
         QCOMPARE(DisplayServices::displayAtPoint(640, 512, found), DisplayServices::Done);
         QCOMPARE(found, CardTables::outputId(output));
+        // Servers name the primary one first; that is not relied upon.
+        for (const char *primary : {"DUMMY0", "DUMMY1"}) {
+            faults.primary = CardTables::outputId(primary);
+            QCOMPARE(DisplayServices::displayAtPoint(640, 512, found), DisplayServices::Done);
+            QCOMPARE(found, CardTables::outputId(primary));
+        }
         QCOMPARE(DisplayServices::displayAtPoint(1599, 1199, found), DisplayServices::Done);
         QCOMPARE(found, CardTables::outputId("DUMMY0"));
     }
@@ -454,6 +479,7 @@ void TestDisplayDeviceFaults::aDisplayThatIsNotThereIsNoDisplay()
     using namespace DisplayServices;
     QFETCH(uint, display);
     GammaSamples samples{};
+    samples.count = GammaSamples::capacity;
     samples.returned = GammaSamples::capacity;
     CardTable card;
     double width = 5.0;

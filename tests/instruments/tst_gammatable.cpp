@@ -3,6 +3,7 @@
 #include "tests/instruments/cardtables.h"
 #include "tests/support/tavitest.h"
 
+#include <algorithm>
 #include <limits>
 #include <memory>
 
@@ -13,6 +14,7 @@ using Samples = std::unique_ptr<GammaSamples>;
 Samples samplesOf(const CardTable &card)
 {
     auto samples = std::make_unique<GammaSamples>();
+    samples->count = GammaSamples::capacity;
     samplesOfCardTable(card, *samples);
     return samples;
 }
@@ -33,6 +35,7 @@ private Q_SLOTS:
     void thereAreAlwaysAsManySamples();
     void everyEntryIsASampleWithStraightLinesBetween();
     void theNearestEntryOfALargerTableIsTaken();
+    void asManySamplesAreMadeAsWereAskedFor();
     void channelsKeepApart();
     void fewerSamplesSpanTheWholeTable();
     void whatIsOutsideIsPutOnTheEdge();
@@ -124,6 +127,16 @@ void TestGammaTable::theNearestEntryOfALargerTableIsTaken()
     const Samples samples = samplesOf({{entries, entries, entries}});
     for (std::size_t at = 0; at < 1024; ++at)
         QCOMPARE(std::lround(samples->channels[0][at] * 65535.0f), std::lround(double(at) * 4091.0 / 1023.0));
+}
+
+void TestGammaTable::asManySamplesAreMadeAsWereAskedFor()
+{
+    const auto samples = std::make_unique<GammaSamples>();
+    samples->count = 3;
+    samplesOfCardTable({CardTables::straight(2)}, *samples);
+    QCOMPARE(samples->returned, 3u);
+    const std::vector<float> expected{0.0f, 0.5f, 1.0f, 0.0f};
+    QVERIFY(std::equal(expected.begin(), expected.end(), samples->channels[2].begin()));
 }
 
 void TestGammaTable::channelsKeepApart()
