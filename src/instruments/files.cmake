@@ -1,10 +1,16 @@
 # SPDX-License-Identifier: MIT
 list(APPEND TAVIWIDGETS_HEADERS
+    instruments/displaydevice.h
     instruments/orloinstrument.h
     instruments/spectro_fromfile.h
     instruments/spectrobuddy.h
     instruments/spectrostringkit.h)
 list(APPEND TAVIWIDGETS_SOURCES
+    instruments/displaydevice.cpp
+    instruments/displayservices_p.h
+    instruments/displayservices_xrandr.cpp
+    instruments/gammatable.cpp
+    instruments/gammatable_p.h
     instruments/instrumentdiscovery.cpp
     instruments/instrumentdiscovery_p.h
     instruments/instrumentmessage.cpp

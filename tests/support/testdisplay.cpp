@@ -10,27 +10,39 @@ bool hasTwoScreens()
     return qEnvironmentVariableIntValue("TAVI_DISPLAY_SCREENS") == 2;
 }
 
-UnpluggedScreen::UnpluggedScreen() : available_(availableAreas())
+ChangedDisplay::ChangedDisplay(const QString &change, const QString &undo)
 {
     if (!hasTwoScreens())
         return;
-    // The end of the input, which comes with the end of this program too, is what brings the screen back.
-    keeper_.start(
-        QStringLiteral("sh"),
-        {QStringLiteral("-c"), QStringLiteral("trap '' HUP INT TERM\n"
-                                              "xrandr --output DUMMY1 --off\n"
-                                              "cat >/dev/null\n"
-                                              "xrandr --output DUMMY1 --mode 1280x1024 --right-of DUMMY0")});
-    if (keeper_.waitForStarted())
+    // The end of the input, which comes with the end of this program too, is what brings back what was.
+    keeper_.start(QStringLiteral("sh"), {QStringLiteral("-c"), QStringLiteral("trap '' HUP INT TERM\n"
+                                                                              "xrandr %1\n"
+                                                                              "echo done\n"
+                                                                              "cat >/dev/null\n"
+                                                                              "xrandr %2")
+                                                                   .arg(change, undo)});
+    keeper_.waitForReadyRead();
+}
+
+bool ChangedDisplay::undo()
+{
+    if (keeper_.state() == QProcess::NotRunning)
+        return true;
+    keeper_.closeWriteChannel();
+    return keeper_.waitForFinished() && keeper_.exitCode() == 0;
+}
+
+UnpluggedScreen::UnpluggedScreen()
+    : available_(availableAreas()), unplugged_(QStringLiteral("--output DUMMY1 --off"),
+                                               QStringLiteral("--output DUMMY1 --mode 1280x1024 --right-of DUMMY0"))
+{
+    if (hasTwoScreens())
         waitFor(available_.mid(0, 1));
 }
 
 bool UnpluggedScreen::plugIn()
 {
-    if (keeper_.state() == QProcess::NotRunning)
-        return true;
-    keeper_.closeWriteChannel();
-    return keeper_.waitForFinished() && keeper_.exitCode() == 0 && waitFor(available_);
+    return unplugged_.undo() && (!hasTwoScreens() || waitFor(available_));
 }
 
 QVector<QRect> UnpluggedScreen::availableAreas()

@@ -24,6 +24,25 @@ bool hasTwoScreens();
         }                                                                                                            \
     } while (false)
 
+/// The test display's screens, set up otherwise by `xrandr` for as long as this lives. It is undone even when the
+/// test's program dies meanwhile. Where there is one screen only, it does nothing.
+class ChangedDisplay
+{
+public:
+    /// Runs `xrandr` with @a change; @a undo are the arguments that bring back what was. Waits until it is done, but
+    /// not until the application knows.
+    ChangedDisplay(const QString &change, const QString &undo);
+    ~ChangedDisplay() { this->undo(); }
+    ChangedDisplay(const ChangedDisplay &) = delete;
+    ChangedDisplay &operator=(const ChangedDisplay &) = delete;
+
+    /// Brings back what was, once, and waits until that is done. False if it failed.
+    bool undo();
+
+private:
+    QProcess keeper_; ///< Holds the change until its input ends.
+};
+
 /// The second screen of the test display, unplugged for as long as this lives. It comes back even when the test's
 /// program dies meanwhile. Where there is one screen only, it does nothing.
 class UnpluggedScreen
@@ -45,7 +64,7 @@ private:
     static bool waitFor(const QVector<QRect> &available);
 
     const QVector<QRect> available_; ///< Of each screen, before it was unplugged.
-    QProcess keeper_;                ///< Holds the screen unplugged until its input ends.
+    ChangedDisplay unplugged_;
 };
 
 /// Shows the window and waits until it is on the display with a frame around it.
