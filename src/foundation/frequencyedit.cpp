@@ -45,7 +45,8 @@ unsigned long FrequencyEdit::getFrequency() const
 {
     if (onoff_combo->currentIndex() == row_never)
         return FrequencyCode::never;
-    return static_cast<unsigned long>(day_combo->currentIndex() + 1);
+    const int code = day_combo->currentIndex() + 1; // "Never" if no day is chosen
+    return static_cast<unsigned long>(code);
 }
 
 void FrequencyEdit::setFrequency(unsigned long frequency)
