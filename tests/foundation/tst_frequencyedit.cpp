@@ -420,7 +420,7 @@ private Q_SLOTS:
         for (int start = 0; start < 7; ++start) {
             for (int wanted = 0; wanted < 7; ++wanted) {
                 const int on = (wanted - start + 7) % 7;
-                const auto frequency = static_cast<unsigned long>(wanted + 2);
+                const auto frequency = static_cast<unsigned long>(wanted) + 2;
                 for (const unsigned long number : {1UL, 2UL, 52UL}) {
                     const long expected = a_monday + start * day + long(number - 1) * week + on * day;
                     QCOMPARE(FrequencyEdit::expiryTime(a_monday + start * day, frequency, number), expected);
