@@ -52,8 +52,7 @@ public:
     ~Mortal() override
     {
         deleted += text(0);
-        if (victim)
-            delete victim;
+        delete victim;
         deleted += QLatin1Char(' ');
     }
     Mortal *victim = nullptr;
