@@ -3,7 +3,8 @@
 # only_our_names_are_exported.sh LIBDIR INCLUDEDIR SOURCE MAJOR: every symbol that a library defines for others is
 # declared in an installed header, and each library says its SONAME.
 #
-# What a private header marks as exported is meant for our other libraries and tests, and is allowed too.
+# What a private header marks as exported, and the namespace it stands in, is meant for our other libraries and tests,
+# and is allowed too.
 # Weak symbols are left out: they are instances of other libraries' templates, shared by design. So are the linker's
 # own marks of a library's sections.
 set -euo pipefail
@@ -14,7 +15,7 @@ words=$(mktemp)
 trap 'rm -f "$words"' EXIT
 {
     find "$includedir" -name '*.h' -exec cat {} +
-    find "$source/src" -name '*_p.h' -exec grep -h _EXPORT {} +
+    find "$source/src" -name '*_p.h' -exec grep -lZ _EXPORT {} + | xargs -0 grep -hE '_EXPORT|^namespace [A-Za-z]'
 } | grep -oE '[A-Za-z_][A-Za-z0-9_]*' | sort -u >"$words"
 
 # The outermost name of a demangled symbol: "vtable for A::B" and "A::f(int)" give A, "g(int)" gives g.
