@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "qt3/q3dragobject.h"
 #include "tests/qt3/listfixture.h"
+#include "tests/qt3/listsignals.h"
 #include "tests/support/tavitest.h"
 
 #include <QLineEdit>
@@ -53,29 +54,9 @@ private Q_SLOTS:
     void theViewGoesInAnySlot_data()
     {
         QTest::addColumn<QByteArray>("signal");
-        for (const char *name : {"selectionChanged()",
-                                 "selectionChanged(Q3ListViewItem*)",
-                                 "currentChanged(Q3ListViewItem*)",
-                                 "pressed(Q3ListViewItem*)",
-                                 "pressed(Q3ListViewItem*,QPoint,int)",
-                                 "mouseButtonPressed(int,Q3ListViewItem*,QPoint,int)",
-                                 "rightButtonPressed(Q3ListViewItem*,QPoint,int)",
-                                 "clicked(Q3ListViewItem*)",
-                                 "clicked(Q3ListViewItem*,QPoint,int)",
-                                 "mouseButtonClicked(int,Q3ListViewItem*,QPoint,int)",
-                                 "rightButtonClicked(Q3ListViewItem*,QPoint,int)",
-                                 "doubleClicked(Q3ListViewItem*)",
-                                 "doubleClicked(Q3ListViewItem*,QPoint,int)",
-                                 "contextMenuRequested(Q3ListViewItem*,QPoint,int)",
-                                 "expanded(Q3ListViewItem*)",
-                                 "collapsed(Q3ListViewItem*)",
-                                 "returnPressed(Q3ListViewItem*)",
-                                 "spacePressed(Q3ListViewItem*)",
-                                 "onItem(Q3ListViewItem*)",
-                                 "onViewport()",
-                                 "dropped(QDropEvent*)",
-                                 "itemRenamed(Q3ListViewItem*,int)",
-                                 "itemRenamed(Q3ListViewItem*,int,QString)"})
+        for (const char *name : signals_of_list_items)
+            QTest::newRow(name) << QByteArray(name);
+        for (const char *name : {"onViewport()", "dropped(QDropEvent*)"})
             QTest::newRow(name) << QByteArray(name);
     }
     void theViewGoesInAnySlot()

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "tests/qt3/listfixture.h"
+#include "tests/qt3/listsignals.h"
 #include "tests/support/tavitest.h"
 
 #include <QLineEdit>
@@ -17,28 +18,7 @@ private Q_SLOTS:
         QTest::addColumn<QByteArray>("signal");
         QTest::addColumn<int>("mode");
         QTest::addColumn<bool>("all");
-        const char *const signals_of_input[] = {"selectionChanged()",
-                                                "selectionChanged(Q3ListViewItem*)",
-                                                "currentChanged(Q3ListViewItem*)",
-                                                "pressed(Q3ListViewItem*)",
-                                                "pressed(Q3ListViewItem*,QPoint,int)",
-                                                "mouseButtonPressed(int,Q3ListViewItem*,QPoint,int)",
-                                                "rightButtonPressed(Q3ListViewItem*,QPoint,int)",
-                                                "clicked(Q3ListViewItem*)",
-                                                "clicked(Q3ListViewItem*,QPoint,int)",
-                                                "mouseButtonClicked(int,Q3ListViewItem*,QPoint,int)",
-                                                "rightButtonClicked(Q3ListViewItem*,QPoint,int)",
-                                                "doubleClicked(Q3ListViewItem*)",
-                                                "doubleClicked(Q3ListViewItem*,QPoint,int)",
-                                                "contextMenuRequested(Q3ListViewItem*,QPoint,int)",
-                                                "expanded(Q3ListViewItem*)",
-                                                "collapsed(Q3ListViewItem*)",
-                                                "returnPressed(Q3ListViewItem*)",
-                                                "spacePressed(Q3ListViewItem*)",
-                                                "onItem(Q3ListViewItem*)",
-                                                "itemRenamed(Q3ListViewItem*,int)",
-                                                "itemRenamed(Q3ListViewItem*,int,QString)"};
-        for (const char *name : signals_of_input) {
+        for (const char *name : signals_of_list_items) {
             for (const int mode :
                  {Q3ListView::Single, Q3ListView::Multi, Q3ListView::Extended, Q3ListView::NoSelection}) {
                 for (const bool all : {false, true})
